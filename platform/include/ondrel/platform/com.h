@@ -1,0 +1,149 @@
+// Contract: components, wide strings, variants and memory streams.
+//
+// What the model relies on, with the results, ownership and statuses of Windows:
+//
+//   IUnknown           QueryInterface gives an owned reference, or E_NOINTERFACE and null; AddRef and Release count.
+//   IStream            Read, Write and Seek over a growing block of memory. A short read is S_OK with a smaller count.
+//   CreateStreamOnHGlobal(block, deleteOnRelease, &stream)
+//                      a stream over `block`, or over a new one when it is null; the stream frees the block with
+//                      itself when deleteOnRelease says so. GetHGlobalFromStream gives the block, still the stream's.
+//   GlobalLock         the block's bytes, valid until the stream is written; GlobalUnlock ends the use.
+//   CoCreateInstance   an object of a class named by its CLSID (see xml.h), or REGDB_E_CLASSNOTREG.
+//   BSTR               wide text with a length before it; SysAllocString copies to the first zero unit,
+//                      SysAllocStringLen copies so many units. Null when memory is short. A null BSTR is empty text.
+//   VARIANT            VariantInit, VariantClear (frees what it holds), VariantCopy (copies text, adds a reference),
+//   VariantChangeType  converts into *destination, which may be the source: VT_BSTR to VT_I8 takes decimal integers
+//                      with blanks around them and a sign, DISP_E_TYPEMISMATCH for text that is no number and
+//                      DISP_E_OVERFLOW for one out of range; VT_I8 and VT_I4 to VT_BSTR give decimal digits;
+//                      VT_DISPATCH to VT_UNKNOWN asks the object. The destination is unchanged on failure.
+//   VarBstrCmp         VARCMP_LT, VARCMP_EQ or VARCMP_GT; case counts.
+//   MultiByteToWideChar, WideCharToMultiByte
+//                      with CP_ACP and CP_THREAD_ACP (the narrow code page, 1252 off Windows, where its unassigned
+//                      bytes 81, 8D, 8F, 90 and 9D are the control characters of the same number) and CP_UTF8.
+//                      A count of 0 for the target asks for the length; 0 is a failure, explained by GetLastError().
+//
+// The classes below are the same on every platform: owners for interface pointers, text and variants.
+#pragma once
+
+#include <utility>
+
+#include <ondrel/platform/framework/exceptions.h>
+#include <ondrel/platform/os/com.h>
+
+/// Owns one reference to an interface, or none.
+template <class Interface>
+class CComPtr {
+ public:
+  CComPtr() noexcept = default;
+  CComPtr(Interface* pointer) noexcept : p(pointer) {
+    if (p != nullptr) p->AddRef();
+  }
+  CComPtr(const CComPtr& other) noexcept : CComPtr(other.p) {}
+  CComPtr(CComPtr&& other) noexcept : p(std::exchange(other.p, nullptr)) {}
+  ~CComPtr() { Release(); }
+  CComPtr& operator=(CComPtr other) noexcept {
+    std::swap(p, other.p);
+    return *this;
+  }
+
+  void Release() noexcept {
+    if (Interface* const old = std::exchange(p, nullptr); old != nullptr) old->Release();
+  }
+  void Attach(Interface* pointer) noexcept {  ///< Takes over a reference that the caller owns.
+    Release();
+    p = pointer;
+  }
+  Interface* Detach() noexcept { return std::exchange(p, nullptr); }
+
+  operator Interface*() const noexcept { return p; }
+  Interface* operator->() const noexcept { return p; }
+  /// Where a callee puts a new reference. Lets go of the old one first.
+  Interface** operator&() noexcept {
+    Release();
+    return &p;
+  }
+
+  HRESULT CoCreateInstance(REFCLSID classId, IUnknown* outer, DWORD context) {
+    Release();
+    return ::CoCreateInstance(classId, outer, context, ondrel::platform::InterfaceId<Interface>(),
+                              reinterpret_cast<void**>(&p));
+  }
+  template <class Other>
+  HRESULT QueryInterface(Other** other) const {
+    return p->QueryInterface(ondrel::platform::InterfaceId<Other>(), reinterpret_cast<void**>(other));
+  }
+
+  Interface* p = nullptr;
+};
+
+/// Owns a BSTR, or null. Raises CMemoryException when text cannot be allocated.
+class CComBSTR {
+ public:
+  CComBSTR() noexcept = default;
+  CComBSTR(LPCWSTR text) : m_str(text == nullptr ? nullptr : Checked(SysAllocString(text))) {}
+  CComBSTR(const CString& text)  ///< All units of the string, zero units too.
+      : m_str(Checked(SysAllocStringLen(text.GetString(), static_cast<UINT>(text.GetLength())))) {}
+  CComBSTR(CComBSTR&& other) noexcept : m_str(std::exchange(other.m_str, nullptr)) {}
+  CComBSTR& operator=(CComBSTR&& other) noexcept {
+    std::swap(m_str, other.m_str);
+    return *this;
+  }
+  CComBSTR(const CComBSTR&) = delete;
+  CComBSTR& operator=(const CComBSTR&) = delete;
+  ~CComBSTR() { SysFreeString(m_str); }
+
+  operator BSTR() const noexcept { return m_str; }
+  BSTR* operator&() noexcept {  ///< Where a callee puts new text. Frees the old text first.
+    SysFreeString(std::exchange(m_str, nullptr));
+    return &m_str;
+  }
+  BSTR Detach() noexcept { return std::exchange(m_str, nullptr); }  ///< Gives the text to the caller.
+  UINT Length() const noexcept { return SysStringLen(m_str); }
+
+  BSTR m_str = nullptr;
+
+ private:
+  static BSTR Checked(BSTR text) {
+    if (text == nullptr) AfxThrowMemoryException();
+    return text;
+  }
+};
+
+/// Owns a VARIANT's contents. A copy that fails raises the exception of its status.
+class CComVariant : public VARIANT {
+ public:
+  CComVariant() noexcept { VariantInit(this); }
+  CComVariant(const VARIANT& other) : CComVariant() { AtlThrowIfFailed(VariantCopy(this, &other)); }
+  CComVariant(const CComVariant& other) : CComVariant(static_cast<const VARIANT&>(other)) {}
+  CComVariant(CComVariant&& other) noexcept : VARIANT(other) { VariantInit(&other); }
+  explicit CComVariant(LONGLONG value) noexcept : CComVariant() {
+    vt = VT_I8;
+    llVal = value;
+  }
+  explicit CComVariant(const CString& text) : CComVariant() {
+    bstrVal = CComBSTR(text).Detach();
+    vt = VT_BSTR;
+  }
+  explicit CComVariant(LPCWSTR text) : CComVariant() {
+    bstrVal = CComBSTR(text).Detach();
+    vt = VT_BSTR;
+  }
+  explicit CComVariant(IUnknown* object) noexcept : CComVariant() {
+    vt = VT_UNKNOWN;
+    punkVal = object;
+    if (object != nullptr) object->AddRef();
+  }
+  explicit CComVariant(IDispatch* object) noexcept : CComVariant() {
+    vt = VT_DISPATCH;
+    pdispVal = object;
+    if (object != nullptr) object->AddRef();
+  }
+  ~CComVariant() { VariantClear(this); }
+  CComVariant& operator=(CComVariant other) noexcept {
+    std::swap(static_cast<VARIANT&>(*this), static_cast<VARIANT&>(other));
+    return *this;
+  }
+
+  HRESULT Clear() noexcept { return VariantClear(this); }
+  HRESULT ChangeType(VARTYPE type) { return VariantChangeType(this, this, 0, type); }
+};

@@ -1,0 +1,12 @@
+// Contract: the class framework, in the part that the model stands on. One include for all of it.
+//
+// The classes carry the framework's names and keep its behaviour, so that its users are at home. Two things differ:
+// exceptions are thrown by value and caught by reference, and a CString's text is UTF-16 on every platform.
+#pragma once
+
+#include <ondrel/platform/framework/archive.h>
+#include <ondrel/platform/framework/exceptions.h>
+#include <ondrel/platform/framework/file.h>
+#include <ondrel/platform/framework/image_list.h>
+#include <ondrel/platform/framework/string.h>
+#include <ondrel/platform/framework/sync.h>

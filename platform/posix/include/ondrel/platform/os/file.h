@@ -1,0 +1,34 @@
+// The system's files, as the framework's file classes use them.
+#pragma once
+
+#include <cstdint>
+
+#include <ondrel/platform/os/types.h>
+
+namespace ondrel::platform {
+
+using OsFile = std::intptr_t;  // a file descriptor
+inline constexpr OsFile kNoOsFile = -1;
+
+enum class OsAccess { read, write, readWrite };
+enum class OsCreation { mustExist, createOrEmpty, createOrKeep, createNew };
+
+// Each gives ERROR_SUCCESS or the system's error code. Paths are wide text with `\` or `/` between their parts.
+
+/// Opens a regular file; a folder, a pipe or a device is ERROR_ACCESS_DENIED, a drive letter ERROR_PATH_NOT_FOUND.
+ONDREL_OS_EXPORT DWORD OpenOsFile(LPCWSTR path, OsAccess access, OsCreation creation, OsFile& file);
+ONDREL_OS_EXPORT DWORD CloseOsFile(OsFile file);
+/// Reads until `count` bytes are there or the file ends.
+ONDREL_OS_EXPORT DWORD ReadOsFile(OsFile file, void* buffer, UINT count, UINT& read);
+/// Writes all of them, or fails.
+ONDREL_OS_EXPORT DWORD WriteOsFile(OsFile file, const void* buffer, UINT count);
+ONDREL_OS_EXPORT DWORD SeekOsFile(OsFile file, LONGLONG offset, UINT from, ULONGLONG& position);
+ONDREL_OS_EXPORT DWORD ResizeOsFile(OsFile file, ULONGLONG length);
+ONDREL_OS_EXPORT DWORD MeasureOsFile(OsFile file, ULONGLONG& length);
+/// Returns when the file's bytes are on the disk.
+ONDREL_OS_EXPORT DWORD SyncOsFile(OsFile file);
+/// Puts `from` in place of `to`, whole, in one step, and makes that last.
+ONDREL_OS_EXPORT DWORD ReplaceOsFile(LPCWSTR from, LPCWSTR to);
+ONDREL_OS_EXPORT DWORD RemoveOsFile(LPCWSTR path);
+
+}  // namespace ondrel::platform

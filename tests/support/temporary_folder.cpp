@@ -1,0 +1,54 @@
+#include "support/temporary_folder.h"
+
+#include <algorithm>
+#include <fstream>
+#include <iterator>
+#include <random>
+#include <stdexcept>
+#include <vector>
+
+#include <ondrel/platform/program.h>
+
+namespace ondrel::test {
+
+TemporaryFolder::TemporaryFolder() {
+  std::random_device random;
+  do {
+    m_path = std::filesystem::temp_directory_path() / ("ondrel-test-" + std::to_string(random()));
+  } while (!std::filesystem::create_directory(m_path));
+}
+
+TemporaryFolder::~TemporaryFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(m_path, ignored);
+}
+
+std::filesystem::path TemporaryFolder::Write(std::string_view name, std::string_view bytes) const {
+  const std::filesystem::path path = m_path / name;
+  std::filesystem::create_directories(path.parent_path());
+  std::ofstream file(path, std::ios::binary);
+  file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+  if (!file.flush()) throw std::runtime_error("cannot write " + path.string());
+  return path;
+}
+
+std::string TemporaryFolder::Listing() const {
+  std::vector<std::string> names;
+  for (const auto& entry : std::filesystem::recursive_directory_iterator(m_path)) {
+    names.push_back(entry.path().lexically_relative(m_path).generic_string());
+  }
+  std::sort(names.begin(), names.end());
+  std::string listing;
+  for (const std::string& name : names) listing += name + '\n';
+  return listing;
+}
+
+std::string ReadBytes(const std::filesystem::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  if (!file) throw std::runtime_error("cannot read " + path.string());
+  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+}
+
+CString Wide(const std::filesystem::path& path) { return platform::PathFromUtf8(path.string()); }
+
+}  // namespace ondrel::test
