@@ -25,6 +25,8 @@
 // The classes below are the same on every platform: owners for interface pointers, text and variants.
 #pragma once
 
+#include <cstddef>
+#include <cstdint>
 #include <utility>
 
 #include <ondrel/platform/framework/exceptions.h>
@@ -74,6 +76,20 @@ class CComPtr {
   }
 
   Interface* p = nullptr;
+};
+
+/// A constant BSTR, for arguments that a callee only reads. Nothing is allocated and nothing needs to be freed.
+template <std::size_t Size>
+class BstrLiteral {
+ public:
+  consteval BstrLiteral(const WCHAR (&text)[Size]) : m_bytes((Size - 1) * sizeof(WCHAR)) {
+    for (std::size_t index = 0; index < Size; ++index) m_text[index] = text[index];
+  }
+  operator BSTR() const noexcept { return const_cast<BSTR>(m_text); }
+
+ private:
+  std::uint32_t m_bytes;  // the length stands directly before the text
+  WCHAR m_text[Size] = {};
 };
 
 /// Owns a BSTR, or null. Raises CMemoryException when text cannot be allocated.

@@ -19,4 +19,22 @@
 // depths. Its mask has 1 bit per pixel, the leftmost pixel highest, a set bit for a transparent pixel.
 #pragma once
 
+#include <memory>
+#include <type_traits>
+
 #include <ondrel/platform/os/graphics.h>
+
+namespace ondrel::platform {
+
+struct IconDestroyer {
+  void operator()(HICON icon) const noexcept { DestroyIcon(icon); }
+};
+struct BitmapDeleter {
+  void operator()(HBITMAP bitmap) const noexcept { DeleteObject(bitmap); }
+};
+
+/// Owners of one handle each, or of none.
+using UniqueIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDestroyer>;
+using UniqueBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
+
+}  // namespace ondrel::platform
