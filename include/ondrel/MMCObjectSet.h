@@ -176,24 +176,25 @@ class ONDREL_API CMMCObjectSet {
     CodePathTable codePaths;
     std::map<__int64, CodePathTable::iterator> codeCookiePaths;
     std::map<__int64, std::vector<char>> codeContents;
+
+    /// Exchanges the four tables of nodes and dialogs with those of `other`.
+    void SwapObjects(Tables& other) noexcept;
   };
 
-  class LoadTransaction;
-  class ProjectDirectory;
-  class ProjectWriter;
-  class ProjectReader;
+  /// What operations that make an object return when they fail.
+  static constexpr __int64 kNoCookie = -2;
 
   /// Empties the set, but for the image indices, which belong to the last image list. Takes no lock.
   void Initialise();
   void SetModifiedFlag(int modified);
   /// A random file cookie that no file on disk has, never 0.
   __int64 GenerateFileCookie() const;
-  /// The cookie for a new object, or -2 when there is none beyond the largest in use.
+  /// The cookie for a new object, or kNoCookie when there is none beyond the largest in use.
   __int64 NextObjectCookie() const;
+  /// Files a record in the node tree or the dialog table and in the object index. 0 or 0x800700B7.
+  HRESULT AddObject(ObjectStore& store, const ObjectStore::key_type& key, CMMCObjectParams&& params);
   /// The entry of a node, or of a dialog, with that cookie; the end of `store` when there is none in it.
   ObjectStore::iterator FindObject(ObjectStore& store, __int64 cookie);
-  /// Looks a record up under the lock, or gives null.
-  CMMCObjectParams* FindParams(__int64 cookie) const;
 
   HRESULT InsertIconFile(CString path, __int64 cookie);
   HRESULT InsertIconFile(__int64 cookie, CMMCObjectIcon&& icon);
@@ -213,8 +214,11 @@ class ONDREL_API CMMCObjectSet {
 
   void StoreProject(CVellum& archive);
   void LoadProject(CVellum& archive, const TransformFactory& factory);
+  HRESULT ReadProject(IXMLDOMDocument* document, const CString& directory, const TransformFactory& factory);
   void StoreImage(CVellum& archive);
   void LoadImage(CVellum& archive);
+  /// Writes the record of a node or dialog; raises CArchiveException with cause 1 when there is none.
+  void StoreRecord(__int64 cookie, CVellum& archive) const;
 
   Tables m_tables;
   std::map<__int64, int> m_imageIndices;

@@ -1,0 +1,88 @@
+// The set itself: its stores, its two kinds of cookie, its records and its modified flag.
+
+#include <ondrel/MMCObjectSet.h>
+
+#include <limits>
+#include <random>
+
+#include "statuses.h"
+
+using ondrel::kAlreadyExists;
+
+const __int64 CMMCObjectSet::RootNode = -1;
+const DWORD CMMCObjectSet::m_nCurrentVersion = 1;
+
+CMMCObjectSet::CMMCObjectSet(CodeFileWriter writer) : m_codeFileWriter(writer) {}
+
+CMMCObjectSet::~CMMCObjectSet() = default;
+
+void CMMCObjectSet::Initialise() {
+  m_tables = Tables();
+  SetModifiedFlag(FALSE);
+}
+
+void CMMCObjectSet::Tables::SwapObjects(Tables& other) noexcept {
+  nodes.swap(other.nodes);
+  dialogs.swap(other.dialogs);
+  dialogNames.swap(other.dialogNames);
+  objects.swap(other.objects);
+}
+
+bool CMMCObjectSet::IsModified() const { return m_modified.load(std::memory_order_relaxed); }
+
+void CMMCObjectSet::SetModifiedFlag(int modified) { m_modified.store(modified != 0, std::memory_order_relaxed); }
+
+bool CMMCObjectSet::GetParams(__int64 cookie, CMMCObjectParams*& params) const {
+  CSingleLock lock(&m_lock, TRUE);
+  const auto object = m_tables.objects.find(cookie);
+  if (object == m_tables.objects.end()) return false;
+  params = &object->second->second;
+  return true;
+}
+
+void CMMCObjectSet::SetParams(__int64 cookie, const CMMCObjectParams* params) {
+  CSingleLock lock(&m_lock, TRUE);
+  const auto object = m_tables.objects.find(cookie);
+  if (object == m_tables.objects.end()) return;
+  // The record alone changes: the keys, a dialog's name among them, are those it was added with until the tables are
+  // rebuilt.
+  object->second->second = *params;
+  SetModifiedFlag(TRUE);
+}
+
+__int64 CMMCObjectSet::NextObjectCookie() const {
+  if (m_tables.objects.empty()) return 0;
+  const __int64 largest = m_tables.objects.rbegin()->first;
+  return largest == std::numeric_limits<__int64>::max() ? kNoCookie : largest + 1;
+}
+
+HRESULT CMMCObjectSet::AddObject(ObjectStore& store, const ObjectStore::key_type& key, CMMCObjectParams&& params) {
+  if (store.contains(key) || m_tables.objects.contains(key.second)) return kAlreadyExists;
+  const auto entry = store.emplace(key, std::move(params)).first;
+  try {
+    m_tables.objects.emplace(key.second, entry);
+  } catch (...) {
+    store.erase(entry);
+    throw;
+  }
+  return S_OK;
+}
+
+CMMCObjectSet::ObjectStore::iterator CMMCObjectSet::FindObject(ObjectStore& store, __int64 cookie) {
+  const auto object = m_tables.objects.find(cookie);
+  if (object == m_tables.objects.end()) return store.end();
+  const auto entry = store.find(object->second->first);
+  const bool inStore = entry != store.end() && &*entry == &*object->second;
+  return inStore ? entry : store.end();
+}
+
+__int64 CMMCObjectSet::GenerateFileCookie() const {
+  std::mt19937 engine(std::random_device{}());
+  std::uniform_int_distribution<__int64> cookies(0, std::numeric_limits<__int64>::max());
+  CSingleLock lock(&m_lock, TRUE);
+  for (;;) {
+    const __int64 cookie = cookies(engine);
+    const bool taken = m_tables.iconCookiePaths.contains(cookie) || m_tables.codeCookiePaths.contains(cookie);
+    if (cookie != 0 && !taken) return cookie;
+  }
+}

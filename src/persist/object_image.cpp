@@ -1,0 +1,134 @@
+// The object image: the whole definition as one binary run, for use without the files it was made from.
+
+#include <ondrel/MMCObjectSet.h>
+
+#include <algorithm>
+
+#include "params/archive_counts.h"
+
+using ondrel::LoadCount;
+using ondrel::StoreCount;
+
+namespace {
+
+constexpr DWORD kSetVersion = 1;
+constexpr DWORD kRecordVersion = 1;
+constexpr ULONGLONG kMostTopNodes = 1;
+
+/// The folder of a path with its closing separator, or the whole path when it has no separator.
+CString FolderOf(const CString& path) {
+  const int separator = std::max(path.ReverseFind(_T('\\')), path.ReverseFind(_T('/')));
+  return separator < 0 ? path : path.Left(separator + 1);
+}
+
+}  // namespace
+
+void CMMCObjectSet::SerializeObjects(CVellum& archive, int setModified, int clearModified) {
+  if (archive.IsStoring()) {
+    StoreImage(archive);
+  } else {
+    LoadImage(archive);
+  }
+  if (setModified != 0) SetModifiedFlag(TRUE);
+  if (clearModified != 0) SetModifiedFlag(FALSE);
+}
+
+void CMMCObjectSet::StoreImage(CVellum& archive) {
+  const std::list<__int64> topNodes = GetChildNodes(RootNode);
+  if (topNodes.size() > kMostTopNodes) AfxThrowArchiveException(CArchiveException::badSchema);
+  archive << kSetVersion << kRecordVersion;
+  StoreCount(archive, topNodes.size());
+  for (const __int64 cookie : topNodes) SerializeNode(cookie, archive);
+
+  const std::list<__int64> dialogs = GetDialogs();
+  StoreCount(archive, dialogs.size());
+  for (const __int64 cookie : dialogs) StoreRecord(cookie, archive);
+
+  const std::list<__int64> icons = GetIconFiles();
+  StoreCount(archive, icons.size());
+  for (const __int64 cookie : icons) SerializeIconFile(cookie, archive);
+
+  // The first file of a folder, in path order, stands for it, so the later ones must not replace it.
+  Variables folders;
+  for (const auto& [path, file] : m_tables.codePaths) folders.try_emplace(FolderOf(path), file.first);
+  StoreCount(archive, m_tables.codePaths.size());
+  for (const auto& [path, file] : m_tables.codePaths) SerializeCodeFile(file.first, archive, file.second, folders);
+
+  StoreCount(archive, m_tables.codeContents.size());
+  for (const auto& [cookie, contents] : m_tables.codeContents) {
+    archive << cookie;
+    archive.Write(contents);
+  }
+}
+
+void CMMCObjectSet::StoreRecord(__int64 cookie, CVellum& archive) const {
+  CMMCObjectParams* params = nullptr;
+  if (!GetParams(cookie, params)) AfxThrowArchiveException(CArchiveException::genericException);
+  params->Serialize(archive);
+}
+
+void CMMCObjectSet::SerializeNode(__int64 cookie, CVellum& archive) {
+  // The children still to be written, of each node on the path from the top.
+  std::vector<std::list<__int64>> path(1, {cookie});
+  while (!path.empty()) {
+    std::list<__int64>& siblings = path.back();
+    if (siblings.empty()) {
+      path.pop_back();
+      continue;
+    }
+    const __int64 current = siblings.front();
+    siblings.pop_front();
+    StoreRecord(current, archive);
+    std::list<__int64> children = GetChildNodes(current);
+    StoreCount(archive, children.size());
+    path.push_back(std::move(children));
+  }
+}
+
+void CMMCObjectSet::LoadImage(CVellum& archive) {
+  DWORD setVersion = 0;
+  DWORD recordVersion = 0;
+  archive >> setVersion >> recordVersion;
+  if (setVersion != kSetVersion || recordVersion != kRecordVersion) {
+    AfxThrowArchiveException(CArchiveException::badSchema);
+  }
+  const ULONGLONG topNodes = LoadCount(archive);
+  if (topNodes > kMostTopNodes) AfxThrowArchiveException(CArchiveException::badSchema);
+  // From here on a failure leaves what was read: an image is loaded into a set that holds nothing of worth.
+  {
+    CSingleLock lock(&m_lock, TRUE);
+    Initialise();
+  }
+  if (topNodes == 1) DeserializeNode(RootNode, archive);
+  for (ULONGLONG left = LoadCount(archive); left > 0; --left) {
+    CMMCObjectParams params;
+    params.Deserialize(archive);
+    const __int64 cookie = params.GetCookie();
+    AtlThrowIfFailed(AddDialog(cookie, std::move(params)));
+  }
+  for (ULONGLONG left = LoadCount(archive); left > 0; --left) DeserializeIconFile(archive);
+  // Files that were on disk, then files that were in memory already: both become files in memory.
+  for (int section = 0; section < 2; ++section) {
+    for (ULONGLONG left = LoadCount(archive); left > 0; --left) DeserializeCodeFile(archive);
+  }
+}
+
+void CMMCObjectSet::DeserializeNode(__int64 parent, CVellum& archive) {
+  struct OpenNode {
+    __int64 cookie;
+    ULONGLONG childrenLeft;
+  };
+  std::vector<OpenNode> path(1, {parent, 1});
+  while (!path.empty()) {
+    if (path.back().childrenLeft == 0) {
+      path.pop_back();
+      continue;
+    }
+    --path.back().childrenLeft;
+    CMMCObjectParams params;
+    params.Deserialize(archive);
+    const __int64 cookie = params.GetCookie();
+    AtlThrowIfFailed(AddNode(path.back().cookie, cookie, std::move(params)));
+    path.push_back({cookie, LoadCount(archive)});
+  }
+}

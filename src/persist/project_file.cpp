@@ -1,0 +1,298 @@
+// The project file: the definition as one XML document that names icon files and code files by path.
+
+#include <ondrel/MMCObjectSet.h>
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+#include "persist/dom.h"
+#include "statuses.h"
+
+using ondrel::FindAttribute;
+using ondrel::GetAttributes;
+using ondrel::kInvalidData;
+using ondrel::kNotFound;
+using ondrel::ReadAttribute;
+using ondrel::TextOf;
+using ondrel::WriteAttribute;
+using ondrel::platform::GetContentHandler;
+
+namespace {
+
+constexpr BstrLiteral kXml(_T("xml"));
+constexpr BstrLiteral kXmlData(_T("version='1.0' encoding='utf-8'"));
+constexpr BstrLiteral kEncoding(_T("utf-8"));
+constexpr BstrLiteral kProject(_T("Project"));
+constexpr BstrLiteral kNodeGroup(_T("NodeGroup"));
+constexpr BstrLiteral kDialogGroup(_T("DialogGroup"));
+constexpr BstrLiteral kFileGroup(_T("FileGroup"));
+constexpr BstrLiteral kIcon(_T("Icon"));
+constexpr BstrLiteral kFile(_T("File"));
+constexpr BstrLiteral kDialog(_T("Dialog"));
+constexpr BstrLiteral kCookie(_T("Cookie"));
+constexpr BstrLiteral kName(_T("Name"));
+constexpr BstrLiteral kPath(_T("Path"));
+
+CComPtr<IXMLDOMDocument> MakeDocument() {
+  CComPtr<IXMLDOMDocument> document;
+  AtlThrowIfFailed(document.CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_INPROC_SERVER));
+  return document;
+}
+
+/// The folder of the archive's file name with its closing backslash; empty when the name has no backslash, so that every
+/// path begins with it.
+CString ProjectDirectory(const CVellum& archive) {
+  return archive.m_strFileName.Left(archive.m_strFileName.ReverseFind(_T('\\')) + 1);
+}
+
+HRESULT AppendElement(IXMLDOMNode* parent, IXMLDOMElement* element) { return parent->appendChild(element, nullptr); }
+
+/// Writes one icon file or code file: its cookie, and its path relative to the project's directory where it lies there.
+HRESULT WriteFileElement(IXMLDOMDocument* document, IXMLDOMElement* group, BSTR elementName, const CString& path,
+                         __int64 cookie, const CString& directory) {
+  CComPtr<IXMLDOMElement> element;
+  CComPtr<IXMLDOMNamedNodeMap> attributes;
+  HRESULT status = document->createElement(elementName, &element);
+  if (SUCCEEDED(status)) status = GetAttributes(element, attributes);
+  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kCookie, CComVariant(cookie));
+  if (SUCCEEDED(status)) {
+    const bool inside = path.View().starts_with(directory.View());
+    const CString text = inside ? path.Mid(directory.GetLength()) : path;
+    status = inside ? WriteAttribute(document, attributes, kName, CComVariant(text))
+                    : WriteAttribute(document, attributes, kPath, CComVariant(text));
+  }
+  if (SUCCEEDED(status)) status = AppendElement(group, element);
+  return status;
+}
+
+/// Reads one icon file or code file. A "Name" is relative to the directory that the project is loaded from now.
+HRESULT ReadFileElement(IXMLDOMNode* element, const CString& directory, CString& path, __int64& cookie) {
+  CComPtr<IXMLDOMNamedNodeMap> attributes;
+  HRESULT status = GetAttributes(element, attributes);
+  if (FAILED(status)) return status;
+  CComVariant text;
+  status = FindAttribute(attributes, kName, VT_BSTR, text);
+  const bool relative = status == S_OK;
+  if (status == S_FALSE) status = ReadAttribute(attributes, kPath, VT_BSTR, text);
+  if (FAILED(status)) return status;
+  CComVariant number;
+  status = ReadAttribute(attributes, kCookie, CMMCObjectParams::VT_FILE_COOKIE, number);
+  if (FAILED(status)) return status;
+  path = relative ? directory + TextOf(text) : TextOf(text);
+  cookie = CMMCObjectParams::V_FILE_COOKIE(&number);
+  return S_OK;
+}
+
+/// Calls `read` for each node of a list, until one fails. 0, or the failing status.
+template <class Read>
+HRESULT ForEachNode(IXMLDOMNodeList* nodes, const Read& read) {
+  for (;;) {
+    CComPtr<IXMLDOMNode> node;
+    HRESULT status = nodes->nextNode(&node);
+    if (status == S_FALSE) return S_OK;
+    if (SUCCEEDED(status)) status = read(node);
+    if (FAILED(status)) return status;
+  }
+}
+
+/// Calls `read` for each child of `parent` of a name, until one fails. 0, or the failing status.
+template <class Read>
+HRESULT ForEachChild(IXMLDOMNode* parent, BSTR name, const Read& read) {
+  CComPtr<IXMLDOMNodeList> children;
+  const HRESULT status = parent->selectNodes(name, &children);
+  return FAILED(status) ? status : ForEachNode(children, read);
+}
+
+/// Writes a document to a memory stream as indented UTF-8 text.
+CComPtr<IStream> WriteDocument(IXMLDOMDocument* document) {
+  CComPtr<IStream> stream;
+  AtlThrowIfFailed(CreateStreamOnHGlobal(nullptr, TRUE, &stream));
+  CComPtr<IMXWriter> writer;
+  AtlThrowIfFailed(writer.CoCreateInstance(CLSID_MXXMLWriter60, nullptr, CLSCTX_ALL));
+  CComPtr<ISAXContentHandler> handler;
+  AtlThrowIfFailed(GetContentHandler(writer, &handler));
+  AtlThrowIfFailed(writer->put_omitXMLDeclaration(VARIANT_FALSE));
+  AtlThrowIfFailed(writer->put_standalone(VARIANT_TRUE));
+  AtlThrowIfFailed(writer->put_indent(VARIANT_TRUE));
+  AtlThrowIfFailed(writer->put_encoding(kEncoding));
+  AtlThrowIfFailed(writer->put_output(CComVariant(static_cast<IUnknown*>(stream))));
+  CComPtr<ISAXXMLReader> reader;
+  AtlThrowIfFailed(reader.CoCreateInstance(CLSID_SAXXMLReader60, nullptr, CLSCTX_ALL));
+  AtlThrowIfFailed(reader->putContentHandler(handler));
+  AtlThrowIfFailed(reader->parse(CComVariant(static_cast<IDispatch*>(document))));
+  return stream;
+}
+
+/// Writes what a memory stream holds up to its position to the archive, without a length before it.
+void StoreStream(IStream* stream, CVellum& archive) {
+  /// Holds the bytes of a memory block.
+  struct BlockLock {
+    explicit BlockLock(HGLOBAL locked) : block(locked), bytes(GlobalLock(locked)) {
+      if (bytes == nullptr) AtlThrow(HRESULT_FROM_WIN32(GetLastError()));
+    }
+    ~BlockLock() { GlobalUnlock(block); }
+    HGLOBAL block;
+    const void* bytes;
+  };
+
+  ULARGE_INTEGER position = {};
+  AtlThrowIfFailed(stream->Seek(LARGE_INTEGER{}, STREAM_SEEK_CUR, &position));
+  // Text of 2 GiB and more reads as a negative count here and is refused.
+  const auto length = static_cast<LONG>(static_cast<DWORD>(position.QuadPart));
+  if (length < 0) AtlThrow(E_INVALIDARG);
+  HGLOBAL block = nullptr;
+  AtlThrowIfFailed(GetHGlobalFromStream(stream, &block));
+  const BlockLock text(block);
+  archive.Write(text.bytes, static_cast<UINT>(length));
+}
+
+/// The rest of the file under the archive, in one run. The file's length is taken as a claim: memory grows with the bytes
+/// that are there.
+std::string ReadFileText(CVellum& archive) {
+  constexpr std::size_t kFirstBlock = std::size_t{1} << 20;
+  const ULONGLONG length = archive.GetFile()->GetLength();
+  if (length > static_cast<ULONGLONG>(std::numeric_limits<int>::max())) AfxThrowMemoryException();
+  std::string text;
+  while (text.size() < length) {
+    const std::size_t done = text.size();
+    const std::size_t block = std::min<std::size_t>(length - done, std::max(done, kFirstBlock));
+    text.resize(done + block);
+    const UINT read = archive.Read(text.data() + done, static_cast<UINT>(block));
+    text.resize(done + read);
+    if (read < block) break;
+  }
+  return text;
+}
+
+/// The text of a project's bytes. By the narrow code page, although saving writes UTF-8: definitions of this form have
+/// always been read so, and text outside ASCII survives as character references alone.
+CComBSTR WidenProject(const std::string& text) {
+  const int length = static_cast<int>(text.size());
+  if (length == 0) return CComBSTR(CString());
+  const int measured = MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), length, nullptr, 0);
+  CComBSTR wide;
+  wide.m_str = measured > 0 ? SysAllocStringLen(nullptr, static_cast<UINT>(measured)) : nullptr;
+  if (wide.m_str == nullptr) AfxThrowMemoryException();
+  const int converted = MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), length, wide, measured);
+  if (converted != measured) AfxThrowMemoryException();
+  return wide;
+}
+
+}  // namespace
+
+void CMMCObjectSet::SerializeProjectFile(CVellum& archive, TransformFactory factory) {
+  if (archive.IsStoring()) {
+    StoreProject(archive);
+  } else {
+    LoadProject(archive, factory);
+  }
+  SetModifiedFlag(FALSE);
+}
+
+void CMMCObjectSet::StoreProject(CVellum& archive) {
+  const CComPtr<IXMLDOMDocument> document = MakeDocument();
+  const CString directory = ProjectDirectory(archive);
+  const auto createElement = [&](BSTR name) {
+    CComPtr<IXMLDOMElement> element;
+    AtlThrowIfFailed(document->createElement(name, &element));
+    return element;
+  };
+
+  CComPtr<IXMLDOMProcessingInstruction> declaration;
+  AtlThrowIfFailed(document->createProcessingInstruction(kXml, kXmlData, &declaration));
+  AtlThrowIfFailed(document->appendChild(declaration, nullptr));
+  const CComPtr<IXMLDOMElement> project = createElement(kProject);
+
+  // One top-level node is saved, the first: the form has always held a single tree.
+  const CComPtr<IXMLDOMElement> nodeGroup = createElement(kNodeGroup);
+  const std::list<__int64> topNodes = GetChildNodes(RootNode);
+  if (!topNodes.empty()) AtlThrowIfFailed(SerializeNode(topNodes.front(), document, nodeGroup));
+  AtlThrowIfFailed(AppendElement(project, nodeGroup));
+
+  const CComPtr<IXMLDOMElement> dialogGroup = createElement(kDialogGroup);
+  for (const __int64 cookie : GetDialogs()) {
+    CMMCObjectParams* params = nullptr;
+    if (!GetParams(cookie, params)) AtlThrow(kNotFound);
+    const CComPtr<IXMLDOMElement> dialog = createElement(kDialog);
+    AtlThrowIfFailed(params->Serialize(document, dialog));
+    AtlThrowIfFailed(AppendElement(dialogGroup, dialog));
+  }
+  AtlThrowIfFailed(AppendElement(project, dialogGroup));
+
+  const CComPtr<IXMLDOMElement> fileGroup = createElement(kFileGroup);
+  for (const auto& [path, cookie] : m_tables.iconPaths) {
+    AtlThrowIfFailed(WriteFileElement(document, fileGroup, kIcon, path, cookie, directory));
+  }
+  for (const auto& [path, file] : m_tables.codePaths) {
+    AtlThrowIfFailed(WriteFileElement(document, fileGroup, kFile, path, file.first, directory));
+  }
+  AtlThrowIfFailed(AppendElement(project, fileGroup));
+  AtlThrowIfFailed(AppendElement(document, project));
+
+  StoreStream(WriteDocument(document), archive);
+}
+
+void CMMCObjectSet::LoadProject(CVellum& archive, const TransformFactory& factory) {
+  const CComPtr<IXMLDOMDocument> document = MakeDocument();
+  const CString directory = ProjectDirectory(archive);
+  VARIANT_BOOL loaded = VARIANT_FALSE;
+  const HRESULT parsed = document->loadXML(WidenProject(ReadFileText(archive)), &loaded);
+  AtlThrowIfFailed(parsed);
+  if (parsed == S_FALSE || loaded == VARIANT_FALSE) AtlThrow(kInvalidData);
+
+  Tables former;
+  const bool formerlyModified = IsModified();
+  std::swap(former, m_tables);
+  try {
+    Initialise();
+    AtlThrowIfFailed(ReadProject(document, directory, factory));
+  } catch (...) {
+    std::swap(former, m_tables);
+    SetModifiedFlag(formerlyModified);
+    throw;
+  }
+}
+
+HRESULT CMMCObjectSet::ReadProject(IXMLDOMDocument* document, const CString& directory,
+                                   const TransformFactory& factory) {
+  CComPtr<IXMLDOMElement> root;
+  HRESULT status = document->get_documentElement(&root);
+  if (status != S_OK) return FAILED(status) ? status : kInvalidData;
+  CComBSTR rootName;
+  status = root->get_nodeName(&rootName);
+  if (FAILED(status)) return status;
+  if (VarBstrCmp(rootName, kProject, LOCALE_USER_DEFAULT, 0) != VARCMP_EQ) return kInvalidData;
+
+  CComPtr<IXMLDOMNodeList> groups;
+  status = root->getElementsByTagName(kNodeGroup, &groups);
+  if (SUCCEEDED(status)) status = DeserializeNodes(RootNode, groups);
+  if (SUCCEEDED(status)) status = root->getElementsByTagName(kDialogGroup, &groups);
+  if (FAILED(status)) return status;
+  status = ForEachNode(groups, [&](IXMLDOMNode* group) {
+    return ForEachChild(group, kDialog, [&](IXMLDOMNode* dialog) {
+      CMMCObjectParams params;
+      const HRESULT read = params.Deserialize(dialog);
+      const __int64 cookie = params.GetCookie();
+      return FAILED(read) ? read : AddDialog(cookie, std::move(params));
+    });
+  });
+  if (SUCCEEDED(status)) status = root->getElementsByTagName(kFileGroup, &groups);
+  if (FAILED(status)) return status;
+
+  // Of several groups of files only the first has ever been read, and definitions exist that have more.
+  CComPtr<IXMLDOMNode> fileGroup;
+  status = groups->nextNode(&fileGroup);
+  if (status != S_OK) return FAILED(status) ? status : S_OK;
+  CString path;
+  __int64 cookie = 0;
+  status = ForEachChild(fileGroup, kIcon, [&](IXMLDOMNode* icon) {
+    const HRESULT read = ReadFileElement(icon, directory, path, cookie);
+    return FAILED(read) ? read : InsertIconFile(path, cookie);
+  });
+  if (FAILED(status)) return status;
+  return ForEachChild(fileGroup, kFile, [&](IXMLDOMNode* file) {
+    const HRESULT read = ReadFileElement(file, directory, path, cookie);
+    return FAILED(read) ? read : InsertCodeFile(path, cookie, factory(path));
+  });
+}
