@@ -4,19 +4,36 @@
 //
 //   ExtractIconExW(path, 0, &large, &small, 1)
 //                      the first icon of a file, as a large (32 x 32) and a small (16 x 16) handle, both the caller's
-//                      to destroy. 0 when the file gives no icon and 0xFFFFFFFF when it cannot be read, with the reason
-//                      in GetLastError(); the handles are null then. `\` and `/` both separate folders.
-//   GetIconInfo        copies of the icon's colour and mask bitmaps, the caller's to delete; FALSE for a null handle
+//                      to destroy, and the result 1. 0 when the file gives no icon and 0xFFFFFFFF when it cannot be
+//                      read; the handles are null then and GetLastError() has the reason: ERROR_FILE_NOT_FOUND,
+//                      ERROR_PATH_NOT_FOUND for a folder that is not there, ERROR_ACCESS_DENIED for a folder or a file
+//                      that may not be read, ERROR_RESOURCE_DATA_NOT_FOUND for a file without an icon (a cursor is
+//                      none), ERROR_INVALID_DATA for a damaged icon or one of a form that is not known here, or
+//                      ERROR_OUTOFMEMORY. `\` and `/` both separate folders.
+//   GetIconInfo        copies of the icon's colour and mask bitmaps, the caller's to delete; FALSE for a null handle,
+//                      with the last error left as it is: off Windows, so that it still tells why there is no icon
 //   DestroyIcon, DeleteObject
+//                      FALSE for a null handle
 //   GetObjectW         a bitmap's BITMAP: type 0, width, height, bytes per row (even), planes, bits per pixel, and no
 //                      address of the bits. The number of bytes written, 0 on failure.
 //   GetBitmapBits      up to `size` bytes of the rows, the top row first; the number of bytes copied
-//   CreateBitmap       a bitmap of those rows (each padded to 2 bytes); null on failure, with the last error
+//   CreateBitmap       a bitmap of those rows (each padded to 2 bytes); null on failure, with the last error:
+//                      ERROR_INVALID_PARAMETER for a negative size, for planes other than 1, for a depth other than 1,
+//                      4, 8, 16, 24 and 32, and for more than 2 GiB. A width or height of 0 gives a bitmap of 1 x 1
+//                      pixels and 1 bit, whatever the other arguments; the rows are not looked at then. Null rows are
+//                      rows of zero.
 //   ImageList_ReplaceIcon(list, -1, icon)
-//                      appends a copy of the icon, scaled to the list's size; its index, or -1
+//                      appends a copy of the icon, scaled to the list's size; its index, or -1. With an index from 0 it
+//                      replaces that image.
+//   ImageList_GetIcon  a copy of an image of the list, the caller's to destroy
 //
 // An icon's colour image has 32 bits per pixel, blue first, with the alpha bytes of a 32-bit icon and 0 for the other
 // depths. Its mask has 1 bit per pixel, the leftmost pixel highest, a set bit for a transparent pixel.
+//
+// Of the images in a file, each of the two handles shows the one that is nearest in size, the larger of two at the same
+// distance, then the one with more colours; an image damaged beyond reading is not passed over. It is scaled only when
+// it has not the exact size. Off Windows all scaling takes, for each pixel, the colour and the mask bit of the source
+// pixel in which its centre lies.
 #pragma once
 
 #include <memory>

@@ -1,0 +1,159 @@
+// Decoding of uncompressed icon images.
+#include "graphics/dib_image.h"
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <cstdlib>
+
+#include "graphics/icon_limits.h"
+
+namespace ondrel::platform {
+namespace {
+
+// Where the header keeps its fields, and what they may be. Planes, resolution and the stated length of the pixels are
+// not looked at: writers fill them in carelessly, and nothing follows from them.
+constexpr std::size_t kSizeOffset = 0;
+constexpr std::size_t kWidthOffset = 4;
+constexpr std::size_t kHeightOffset = 8;
+constexpr std::size_t kBitsPerPixelOffset = 14;
+constexpr std::size_t kCompressionOffset = 16;
+constexpr std::size_t kPaletteColoursOffset = 32;
+constexpr std::size_t kShortestHeader = 40;
+constexpr DWORD kUncompressed = 0;
+
+constexpr std::size_t kPaletteEntryBytes = 4;
+constexpr DWORD kMostPaletteColours = 256;  // what the deepest image with a palette, 8 bits, can tell apart
+
+using Colour = std::array<BYTE, 4>;  // blue, green, red, alpha
+
+// The bytes of a row of the file.
+std::uint64_t FileStride(LONG width, WORD bitsPerPixel) {
+  constexpr std::uint64_t kUnitBits = 32;
+  return (static_cast<std::uint64_t>(width) * bitsPerPixel + kUnitBits - 1) / kUnitBits * (kUnitBits / 8);
+}
+
+// Rows of an image of the file, found from the top one down.
+class FileRows {
+ public:
+  FileRows(Bytes rows, std::size_t stride, const DibHeader& header)
+      : m_rows(rows), m_stride(stride), m_height(header.height), m_topDown(header.topDown) {}
+
+  Bytes Row(LONG y) const {
+    const LONG place = m_topDown ? y : m_height - 1 - y;
+    return m_rows.subspan(static_cast<std::size_t>(place) * m_stride, m_stride);
+  }
+
+ private:
+  Bytes m_rows;
+  std::size_t m_stride;
+  LONG m_height;
+  bool m_topDown;
+};
+
+// The palette as pixels. An index beyond the stored colours is black.
+std::array<Colour, kMostPaletteColours> ReadPalette(Bytes stored) {
+  std::array<Colour, kMostPaletteColours> palette = {};
+  for (std::size_t index = 0; index * kPaletteEntryBytes < stored.size(); ++index) {
+    const Bytes entry = stored.subspan(index * kPaletteEntryBytes, kPaletteEntryBytes);
+    palette[index] = {entry[0], entry[1], entry[2], 0};
+  }
+  return palette;
+}
+
+std::size_t PaletteIndex(Bytes row, LONG x, WORD bitsPerPixel) {
+  const auto bit = static_cast<std::size_t>(x) * bitsPerPixel;
+  const std::size_t shift = 8 - bitsPerPixel - bit % 8;  // the leftmost pixel of a byte is its highest
+  return row[bit / 8] >> shift & ((1U << bitsPerPixel) - 1);
+}
+
+void DecodeColour(const FileRows& rows, const DibHeader& header, Bytes storedPalette, IconImage& decoded) {
+  const bool hasPalette = header.bitsPerPixel <= 8;
+  const std::size_t pixelBytes = header.bitsPerPixel / 8;  // of images without a palette
+  const auto palette = hasPalette ? ReadPalette(storedPalette) : std::array<Colour, kMostPaletteColours>{};
+  for (LONG y = 0; y < header.height; ++y) {
+    const Bytes row = rows.Row(y);
+    for (LONG x = 0; x < header.width; ++x) {
+      Colour pixel = {};
+      if (hasPalette) {
+        pixel = palette[PaletteIndex(row, x, header.bitsPerPixel)];
+      } else {
+        const std::size_t offset = static_cast<std::size_t>(x) * pixelBytes;
+        for (std::size_t part = 0; part < pixelBytes; ++part) pixel[part] = row[offset + part];
+      }
+      std::copy(pixel.begin(), pixel.end(), decoded.Pixel(x, y));
+    }
+  }
+}
+
+void DecodeMask(const FileRows& rows, IconImage& decoded) {
+  for (LONG y = 0; y < decoded.height; ++y) {
+    const Bytes row = rows.Row(y);
+    for (LONG x = 0; x < decoded.width; ++x) {
+      if (PaletteIndex(row, x, 1) != 0) decoded.SetTransparent(x, y);
+    }
+  }
+}
+
+bool IsSupported(const DibHeader& header) {
+  if (header.compression != kUncompressed) return false;
+  switch (header.bitsPerPixel) {
+    case 1:
+    case 4:
+    case 8:
+    case 24:
+    case 32:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+bool ReadDibHeader(Bytes image, DibHeader& header) {
+  if (!Holds(image, 0, kShortestHeader)) return false;
+  const DWORD size = ReadDword(image, kSizeOffset);
+  if (size < kShortestHeader || !Holds(image, 0, size)) return false;
+  const LONG width = ReadLong(image, kWidthOffset);
+  const LONG bothHeights = ReadLong(image, kHeightOffset);
+  const auto height = static_cast<LONG>(std::abs(static_cast<LONGLONG>(bothHeights)) / 2);
+  if (width <= 0 || height == 0) return false;
+  header = {
+      .width = width,
+      .height = height,
+      .bitsPerPixel = ReadWord(image, kBitsPerPixelOffset),
+      .topDown = bothHeights < 0,
+      .compression = ReadDword(image, kCompressionOffset),
+      .paletteColours = ReadDword(image, kPaletteColoursOffset),
+      .size = size,
+  };
+  if (header.paletteColours == 0 && header.bitsPerPixel <= 8) header.paletteColours = 1U << header.bitsPerPixel;
+  return true;
+}
+
+DWORD DecodeDibImage(Bytes image, IconImage& decoded) {
+  DibHeader header = {};
+  if (!ReadDibHeader(image, header) || !IsSupported(header)) return ERROR_INVALID_DATA;
+  if (static_cast<LONGLONG>(header.width) * header.height > kMostIconPixels) return ERROR_INVALID_DATA;
+  if (header.paletteColours > kMostPaletteColours) return ERROR_INVALID_DATA;
+  const std::size_t paletteBytes = header.paletteColours * kPaletteEntryBytes;
+  const std::size_t colourOffset = header.size + paletteBytes;
+
+  // The limit on pixels keeps these products far from overflow.
+  const std::size_t colourStride = FileStride(header.width, header.bitsPerPixel);
+  const std::size_t colourBytes = colourStride * static_cast<std::size_t>(header.height);
+  if (!Holds(image, colourOffset, colourBytes)) return ERROR_INVALID_DATA;
+  decoded = IconImage(header.width, header.height);
+  DecodeColour(FileRows(image.subspan(colourOffset, colourBytes), colourStride, header), header,
+               image.subspan(header.size, paletteBytes), decoded);
+
+  const std::size_t maskStride = FileStride(header.width, 1);
+  const std::size_t maskBytes = maskStride * static_cast<std::size_t>(header.height);
+  if (Holds(image, colourOffset + colourBytes, maskBytes)) {
+    DecodeMask(FileRows(image.subspan(colourOffset + colourBytes, maskBytes), maskStride, header), decoded);
+  }
+  return ERROR_SUCCESS;
+}
+
+}  // namespace ondrel::platform

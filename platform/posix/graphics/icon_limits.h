@@ -1,0 +1,18 @@
+// How much of what an icon file claims is believed.
+#pragma once
+
+#include <ondrel/platform/os/types.h>
+
+namespace ondrel::platform {
+
+/// Pixels of one image. Sixteen times the largest image that a directory can state, 256 x 256: room for the larger ones
+/// that some writers store, and no more than 4 MiB for a colour image, whatever a header claims.
+inline constexpr LONGLONG kMostIconPixels = 1024 * 1024;
+
+/// Entries of a file. Real files have a few dozen, all sizes and depths together.
+inline constexpr WORD kMostIconEntries = 1024;
+
+/// Bytes of a file. Real files stay below 1 MiB; this is several images of the most pixels.
+inline constexpr ULONGLONG kMostIconFileBytes = 32 * 1024 * 1024;
+
+}  // namespace ondrel::platform

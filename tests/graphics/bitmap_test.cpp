@@ -1,0 +1,143 @@
+// Bitmap handles.
+#include <cstring>
+#include <limits>
+#include <vector>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <ondrel/platform/graphics.h>
+
+#include "graphics/icon_reading.h"
+
+namespace ondrel::test {
+namespace {
+
+using platform::UniqueBitmap;
+using testing::ElementsAre;
+
+TEST(Bitmap, DescribesItselfAsItWasMade) {
+  const UniqueBitmap bitmap(CreateBitmap(5, 3, 1, 24, nullptr));
+  BITMAP description = {};
+  description.bmBits = &description;
+  EXPECT_EQ(GetObjectW(bitmap.get(), sizeof(BITMAP), &description), int{sizeof(BITMAP)});
+  EXPECT_EQ(description.bmType, 0);
+  EXPECT_EQ(description.bmWidth, 5);
+  EXPECT_EQ(description.bmHeight, 3);
+  EXPECT_EQ(description.bmWidthBytes, 16);  // 15 bytes of pixels and one of padding
+  EXPECT_EQ(description.bmPlanes, 1);
+  EXPECT_EQ(description.bmBitsPixel, 24);
+  EXPECT_EQ(description.bmBits, nullptr);
+}
+
+TEST(Bitmap, RowsStartAtEvenBytes) {
+  struct Case {
+    int width;
+    UINT bits;
+    LONG stride;
+  };
+  for (const Case& c :
+       {Case{1, 1, 2}, Case{16, 1, 2}, Case{17, 1, 4}, Case{32, 1, 4}, Case{3, 4, 2}, Case{5, 4, 4}, Case{1, 8, 2},
+        Case{3, 8, 4}, Case{3, 16, 6}, Case{1, 24, 4}, Case{2, 24, 6}, Case{3, 32, 12}}) {
+    const UniqueBitmap bitmap(CreateBitmap(c.width, 2, 1, c.bits, nullptr));
+    EXPECT_EQ(ReadBitmap(bitmap.get()).header.bmWidthBytes, c.stride) << c.width << " pixels of " << c.bits << " bits";
+  }
+}
+
+TEST(Bitmap, KeepsTheRowsThatItWasGivenAtEveryDepth) {
+  for (const UINT bits : {1U, 4U, 8U, 16U, 24U, 32U}) {
+    std::vector<BYTE> rows(2 * 2 * bits);  // 16 pixels a row need no padding at any depth
+    for (std::size_t index = 0; index < rows.size(); ++index) rows[index] = static_cast<BYTE>(index * 7 + 1);
+    const UniqueBitmap bitmap(CreateBitmap(16, 2, 1, bits, rows.data()));
+    EXPECT_EQ(ReadBitmap(bitmap.get()).bits, rows) << bits << " bits";
+  }
+}
+
+TEST(Bitmap, WithoutRowsIsZero) {
+  const UniqueBitmap bitmap(CreateBitmap(2, 1, 1, 32, nullptr));
+  EXPECT_THAT(ReadBitmap(bitmap.get()).bits, ElementsAre(0, 0, 0, 0, 0, 0, 0, 0));
+}
+
+TEST(Bitmap, OfNoWidthOrHeightIsOneMonochromePixel) {
+  const BYTE byte = 0xFF;
+  for (const auto& [width, height] : {std::pair{0, 0}, std::pair{0, 7}, std::pair{7, 0}}) {
+    // A strip of no images has no planes and no depth either.
+    const UniqueBitmap bitmap(CreateBitmap(width, height, 0, 0, &byte));
+    const BitmapContents contents = ReadBitmap(bitmap.get());
+    EXPECT_EQ(contents.header.bmWidth, 1) << width << " x " << height;
+    EXPECT_EQ(contents.header.bmHeight, 1) << width << " x " << height;
+    EXPECT_EQ(contents.header.bmPlanes, 1) << width << " x " << height;
+    EXPECT_EQ(contents.header.bmBitsPixel, 1) << width << " x " << height;
+    EXPECT_THAT(contents.bits, ElementsAre(0, 0)) << width << " x " << height;
+  }
+}
+
+TEST(Bitmap, OfImpossibleGeometryIsRefused) {
+  constexpr int kMost = std::numeric_limits<int>::max();
+  struct Case {
+    int width;
+    int height;
+    UINT planes;
+    UINT bits;
+  };
+  for (const Case& c :
+       {Case{-1, 1, 1, 32}, Case{1, -1, 1, 32}, Case{-1, 0, 1, 32}, Case{std::numeric_limits<int>::min(), 1, 1, 1},
+        Case{1, 1, 0, 32}, Case{1, 1, 2, 32}, Case{1, 1, 4, 1}, Case{1, 1, 1, 0}, Case{1, 1, 1, 2}, Case{1, 1, 1, 33},
+        Case{kMost, kMost, 1, 32}, Case{kMost, 2, 1, 8}, Case{1 << 15, 1 << 14, 1, 32}}) {
+    SetLastError(ERROR_SUCCESS);
+    const UniqueBitmap bitmap(CreateBitmap(c.width, c.height, c.planes, c.bits, nullptr));
+    EXPECT_EQ(bitmap, nullptr) << c.width << " x " << c.height << " x " << c.planes << " x " << c.bits;
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER)
+        << c.width << " x " << c.height << " x " << c.planes << " x " << c.bits;
+  }
+}
+
+TEST(Bitmap, GivesNoMoreBitsThanAskedForAndNoMoreThanItHas) {
+  const BYTE rows[] = {1, 2, 3, 4};
+  const UniqueBitmap bitmap(CreateBitmap(1, 1, 1, 32, rows));
+  std::vector<BYTE> bits(6, 0xEE);
+  EXPECT_EQ(GetBitmapBits(bitmap.get(), 3, bits.data()), 3);
+  EXPECT_THAT(bits, ElementsAre(1, 2, 3, 0xEE, 0xEE, 0xEE));
+  EXPECT_EQ(GetBitmapBits(bitmap.get(), 6, bits.data()), 4);
+  EXPECT_THAT(bits, ElementsAre(1, 2, 3, 4, 0xEE, 0xEE));
+  EXPECT_EQ(GetBitmapBits(bitmap.get(), 0, bits.data()), 0);
+  EXPECT_EQ(GetBitmapBits(bitmap.get(), 0, nullptr), 4) << "without a buffer, the bytes there are";
+  SetLastError(ERROR_SUCCESS);
+  EXPECT_EQ(GetBitmapBits(bitmap.get(), -1, bits.data()), 0);
+  EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+}
+
+TEST(Bitmap, DescriptionNeedsItsWholeSize) {
+  const UniqueBitmap bitmap(CreateBitmap(1, 1, 1, 32, nullptr));
+  BITMAP description = {};
+  description.bmWidth = 77;
+  SetLastError(ERROR_SUCCESS);
+  EXPECT_EQ(GetObjectW(bitmap.get(), sizeof(BITMAP) - 1, &description), 0);
+  EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(description.bmWidth, 77);
+  EXPECT_EQ(GetObjectW(bitmap.get(), 0, nullptr), int{sizeof(BITMAP)}) << "without a place, the size";
+}
+
+TEST(Bitmap, NullHandleFailsEverywhere) {
+  BITMAP description = {};
+  BYTE byte = 0;
+  for (const auto& call : {+[](BITMAP*d, BYTE*) { return GetObjectW(nullptr, sizeof(BITMAP), d); },
+                           +[](BITMAP*, BYTE*b) { return int{GetBitmapBits(nullptr, 1, b)}; },
+                           +[](BITMAP*, BYTE*) { return DeleteObject(nullptr); }}) {
+    SetLastError(ERROR_SUCCESS);
+    EXPECT_EQ(call(&description, &byte), 0);
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
+  }
+}
+
+TEST(Bitmap, HandlesAreCountedWhileTheyLive) {
+  ASSERT_EQ(platform::CountLiveHandles().bitmaps, 0);
+  {
+    const UniqueBitmap first(CreateBitmap(1, 1, 1, 1, nullptr));
+    const UniqueBitmap second(CreateBitmap(0, 0, 0, 0, nullptr));
+    EXPECT_EQ(platform::CountLiveHandles().bitmaps, 2);
+  }
+  EXPECT_EQ(platform::CountLiveHandles().bitmaps, 0);
+}
+
+}  // namespace
+}  // namespace ondrel::test
