@@ -8,6 +8,10 @@
 
 namespace ondrel::platform {
 
+/// Sets the process up as the rest of the program expects it; call it first in main. A file that grows beyond the limit
+/// of the process is then an error of the write (ERROR_DISK_FULL), not the end of the program.
+void PrepareProgram();
+
 /// The program's arguments, without its own name, in UTF-8. Where the system's arguments are plain bytes, bytes that
 /// are no UTF-8 stay as they are.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
@@ -26,23 +30,27 @@ class ComponentScope {
 CString PathFromUtf8(const std::string& path);
 std::string PathToUtf8(const CString& path);
 
-/// The path from the root of the system, without "." and ".." parts, with `\` between its parts.
+/// The path from the root of the system, without "." and ".." parts, with `\` between its parts and, where `path` ends
+/// in a separator, behind the last. An empty path, or one of a drive that the system does not have, stays as it is.
+/// Raises CFileException when the working folder is gone.
 CString FullPath(const CString& path);
-
-/// Wide text as UTF-8 for people; a lone surrogate becomes U+FFFD.
-std::string ToUtf8(const CString& text);
 
 /// A file that takes its place only when it is complete. It is written beside `path` under a name of its own; Commit
 /// puts it on the disk and then in place of whatever was at `path`. Without Commit it is removed and `path` stays as it
-/// was. Failures raise CFileException with the name `path`.
+/// was. Where `path` is a symbolic link, the file that it leads to is replaced and the link stays. A file that is
+/// replaced hands its permissions on. A folder or a device at `path` is refused (accessDenied) before anything is
+/// written. Failures raise CFileException with the name `path`; after one, the file that was at `path` is as it was.
 class ReplacementFile : public CFile {
  public:
   explicit ReplacementFile(const CString& path);
   ~ReplacementFile() override;
 
+  /// Requires that the file is still open and that every write succeeded. A failure removes the file.
   void Commit();
 
  private:
+  void Discard() noexcept;
+
   CString m_target;
   CString m_temporary;
   bool m_committed = false;

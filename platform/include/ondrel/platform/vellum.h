@@ -22,4 +22,8 @@ class VELLUM_API CVellum : public CArchive {
   /// old contents. Memory is taken only as bytes arrive, never on the word of the count.
   unsigned int Read(std::vector<char>& bytes);
   unsigned int Read(std::vector<unsigned char>& bytes);
+
+ protected:
+  /// The count that stands before a vector of `size` bytes. Raises CInvalidArgException when it would not fit.
+  static DWORD VectorCount(ULONGLONG size);
 };

@@ -13,8 +13,8 @@
 /// The types that an archive stores as fixed-width values.
 template <class Type>
 concept ArchiveValue = std::same_as<Type, BYTE> || std::same_as<Type, WORD> || std::same_as<Type, int> ||
-                       std::same_as<Type, UINT> || std::same_as<Type, LONG> || std::same_as<Type, DWORD> ||
-                       std::same_as<Type, LONGLONG> || std::same_as<Type, ULONGLONG>;
+    std::same_as<Type, UINT> || std::same_as<Type, LONG> || std::same_as<Type, DWORD> || std::same_as<Type, LONGLONG> ||
+    std::same_as<Type, ULONGLONG>;
 
 class FRAMEWORK_API CArchive {
  public:
@@ -37,13 +37,14 @@ class FRAMEWORK_API CArchive {
   UINT Read(void* buffer, UINT count);
   void Write(const void* buffer, UINT count);
 
-  /// Storing: hands the buffered bytes to the file. Loading: gives unread bytes back to the file by seeking.
+  /// Storing: hands the buffered bytes to the file. Loading: gives unread bytes back to the file by seeking. An archive
+  /// that has let go of its file raises CArchiveException with cause genericException, here and for every value.
   void Flush();
   /// Loading: makes `additionalBytesNeeded` bytes beyond the buffered ones available; raises CArchiveException with
-  /// cause endOfFile and no file name when the data ends before. Requires that what is unread and what is needed fit
-  /// the buffer together.
+  /// cause endOfFile and no file name when the data ends before. What is unread and what is needed must fit the buffer
+  /// together: CInvalidArgException.
   void FillBuffer(UINT additionalBytesNeeded);
-  void Close();  ///< Flush, and let go of the file.
+  void Close();  ///< Flush, and let go of the file, even when Flush fails. Nothing to do when there is no file.
   void Abort();  ///< Let go of the file and of what is buffered.
 
   template <ArchiveValue Type>
@@ -83,7 +84,11 @@ class FRAMEWORK_API CArchive {
   BYTE* m_lpBufMax;  ///< The end of the valid buffer.
 
  private:
+  void RequireOpen() const;
+  /// Reads until `count` bytes are there or the file gives no more; how many there are.
   UINT ReadFully(BYTE* buffer, UINT count);
+  /// Reads until `count` unread bytes are in the buffer, which must hold so many; false when the file ends before.
+  bool BufferAtLeast(UINT count);
 
   std::unique_ptr<BYTE[]> m_ownBuffer;
   BYTE* m_lpBufStart;

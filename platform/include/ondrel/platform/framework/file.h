@@ -1,7 +1,9 @@
 // Files of the framework: CFile over a file on disk, CMemFile over memory.
 #pragma once
 
+#include <cstdint>
 #include <memory>
+#include <vector>
 
 #include <ondrel/platform/framework/exceptions.h>
 
@@ -37,26 +39,35 @@ class FRAMEWORK_API CFile {
   CFile& operator=(const CFile&) = delete;
 
   virtual ULONGLONG GetPosition() const;
-  virtual CString GetFileName() const;   ///< The last part of the path.
-  virtual CString GetFileTitle() const;  ///< The last part without its ending.
-  virtual CString GetFilePath() const;   ///< The path as it was given.
+  virtual CString GetFileName() const;     ///< The last part of the path.
+  virtual CString GetFileTitle() const;    ///< The last part without its ending.
+  virtual CString GetFilePath() const;     ///< The path as it was given.
   virtual void SetFilePath(LPCTSTR path);  ///< Only the name that the file reports; null raises CInvalidArgException.
-  /// As the opening constructor, but FALSE on failure, with the reason in `*error` when it is not null.
+  /// As the opening constructor, but FALSE on failure, with the reason in `*error` when `error` is not null. A file
+  /// that is open is closed before.
   virtual BOOL Open(LPCTSTR path, UINT flags, std::unique_ptr<CFileException>* error = nullptr);
+  /// A second object over the same open file; both share one position. Files that cannot be shared so raise
+  /// CNotSupportedException.
+  virtual std::unique_ptr<CFile> Duplicate() const;
   virtual ULONGLONG Seek(LONGLONG offset, UINT from);  ///< The new position from the start.
   virtual void SetLength(ULONGLONG length);
   virtual ULONGLONG GetLength() const;
   virtual UINT Read(void* buffer, UINT count);  ///< Bytes read; fewer than `count` only at the end of the file.
   virtual void Write(const void* buffer, UINT count);
+  /// Keeps other openings of the file from locking any of these bytes (lockViolation). Needs a file open for writing.
   virtual void LockRange(ULONGLONG position, ULONGLONG count);
   virtual void UnlockRange(ULONGLONG position, ULONGLONG count);
   virtual void Abort();  ///< Closes without reporting a failure.
   virtual void Flush();  ///< Returns when the bytes are on the disk.
+  /// Closes; the object has no file then, whatever the result. Nothing to do when it has none.
   virtual void Close();
   /// Offers memory of the file's own for direct access. 0: it offers none, for every command.
   virtual UINT GetBufferPtr(UINT command, UINT count = 0, void** start = nullptr, void** limit = nullptr);
 
  protected:
+  /// Takes over an open file of the system (OsFile of os/file.h) and calls it `path`. Requires that none is open.
+  void Attach(std::intptr_t file, LPCTSTR path);
+
   CString m_strFileName;
 
  private:
@@ -66,7 +77,8 @@ class FRAMEWORK_API CFile {
   std::intptr_t m_file;  ///< The system's handle of the open file, or -1.
 };
 
-/// A file in memory that grows as it is written. It has no name and no locks of ranges.
+/// A file in memory that grows as it is written. It has no name and no locks of ranges. Flush, Close and Abort change
+/// nothing. Memory that cannot be had raises CMemoryException.
 class FRAMEWORK_API CMemFile : public CFile {
  public:
   CMemFile() noexcept;
@@ -76,6 +88,8 @@ class FRAMEWORK_API CMemFile : public CFile {
 
   ULONGLONG GetPosition() const override;
   BOOL Open(LPCTSTR path, UINT flags, std::unique_ptr<CFileException>* error = nullptr) override;  ///< Not supported.
+  std::unique_ptr<CFile> Duplicate() const override;                                               ///< Not supported.
+  /// A position behind the end is taken; a write there fills the gap with zeros.
   ULONGLONG Seek(LONGLONG offset, UINT from) override;
   void SetLength(ULONGLONG length) override;  ///< New bytes are zero.
   ULONGLONG GetLength() const override;
@@ -91,6 +105,6 @@ class FRAMEWORK_API CMemFile : public CFile {
   const BYTE* GetBytes() const noexcept;
 
  private:
-  struct Contents;
-  std::unique_ptr<Contents> m_contents;
+  std::vector<BYTE> m_bytes;
+  ULONGLONG m_position = 0;
 };

@@ -79,6 +79,13 @@ inline bool operator>(const CString& left, const CString& right) noexcept { retu
 inline bool operator<=(const CString& left, const CString& right) noexcept { return !(right < left); }
 inline bool operator>=(const CString& left, const CString& right) noexcept { return !(left < right); }
 
+namespace ondrel::platform {
+
+/// Wide text as UTF-8 for people; a lone surrogate becomes U+FFFD.
+FRAMEWORK_API std::string ToUtf8(const CString& text);
+
+}  // namespace ondrel::platform
+
 /// A string that serves as a key ordered without regard to case (CompareNoCase of `StringType`).
 template <class StringType>
 class CCaselessSortStringT : public StringType {

@@ -18,6 +18,8 @@ enum class OsCreation { mustExist, createOrEmpty, createOrKeep, createNew };
 /// Opens a regular file; a folder, a pipe or a device is ERROR_ACCESS_DENIED, a drive letter ERROR_PATH_NOT_FOUND.
 ONDREL_OS_EXPORT DWORD OpenOsFile(LPCWSTR path, OsAccess access, OsCreation creation, OsFile& file);
 ONDREL_OS_EXPORT DWORD CloseOsFile(OsFile file);
+/// A second handle of the same open file; both share one position.
+ONDREL_OS_EXPORT DWORD DuplicateOsFile(OsFile file, OsFile& copy);
 /// Reads until `count` bytes are there or the file ends.
 ONDREL_OS_EXPORT DWORD ReadOsFile(OsFile file, void* buffer, UINT count, UINT& read);
 /// Writes all of them, or fails.
@@ -25,6 +27,10 @@ ONDREL_OS_EXPORT DWORD WriteOsFile(OsFile file, const void* buffer, UINT count);
 ONDREL_OS_EXPORT DWORD SeekOsFile(OsFile file, LONGLONG offset, UINT from, ULONGLONG& position);
 ONDREL_OS_EXPORT DWORD ResizeOsFile(OsFile file, ULONGLONG length);
 ONDREL_OS_EXPORT DWORD MeasureOsFile(OsFile file, ULONGLONG& length);
+/// Keeps other opened files of the same file from locking any of these bytes: ERROR_LOCK_VIOLATION when one of them
+/// already has. Needs a file that may be written. A count of 0 is no range.
+ONDREL_OS_EXPORT DWORD LockOsFile(OsFile file, ULONGLONG position, ULONGLONG count);
+ONDREL_OS_EXPORT DWORD UnlockOsFile(OsFile file, ULONGLONG position, ULONGLONG count);
 /// Returns when the file's bytes are on the disk.
 ONDREL_OS_EXPORT DWORD SyncOsFile(OsFile file);
 /// Puts `from` in place of `to`, whole, in one step, and makes that last.

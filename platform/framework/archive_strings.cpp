@@ -1,0 +1,99 @@
+// Text in an archive: the prefix that tells its length and width, and its units.
+#include <ondrel/platform/framework/archive.h>
+
+#include <array>
+#include <limits>
+#include <utility>
+
+#include <ondrel/platform/framework/archive_block.h>
+
+#include "narrow_text.h"
+
+using ondrel::platform::LoadBlock;
+using ondrel::platform::TextFromNarrow;
+
+namespace {
+
+constexpr BYTE kLongLength8 = 0xFF;           // behind it stands a WORD, the wide tag or a length
+constexpr WORD kWideTag = 0xFFFE;             // the text has 16-bit units
+constexpr WORD kLongLength16 = 0xFFFF;        // behind it stands a DWORD
+constexpr DWORD kLongLength32 = 0xFFFFFFFFU;  // behind it stands a 64-bit length
+
+constexpr std::size_t kStackBytes = 128;  // text up to this size is loaded without memory of its own
+
+constexpr int kNarrow = 1;
+constexpr int kWide = 2;
+
+// Loads `length` units and gives them to `use` as (address, count). Raises endOfFile when the data ends before.
+template <class Unit, class Use>
+void LoadUnits(CArchive& archive, UINT_PTR length, Use use) {
+  std::array<Unit, kStackBytes / sizeof(Unit)> onStack;
+  if (length <= onStack.size()) {
+    const auto bytes = static_cast<UINT>(length * sizeof(Unit));
+    if (archive.Read(onStack.data(), bytes) < bytes) AfxThrowArchiveException(CArchiveException::endOfFile);
+    use(std::basic_string_view<Unit>(onStack.data(), length));
+  } else {
+    std::basic_string<Unit> units;
+    LoadBlock(archive, length, units);
+    use(std::move(units));
+  }
+}
+
+}  // namespace
+
+void AfxWriteStringLength(CArchive& archive, UINT_PTR length, BOOL unicode) {
+  if (unicode) archive << kLongLength8 << kWideTag;
+  if (length < kLongLength8) {
+    archive << static_cast<BYTE>(length);
+  } else if (length < kWideTag) {  // a WORD of this value would be taken for the tag
+    archive << kLongLength8 << static_cast<WORD>(length);
+  } else if (length < kLongLength32) {
+    archive << kLongLength8 << kLongLength16 << static_cast<DWORD>(length);
+  } else {
+    archive << kLongLength8 << kLongLength16 << kLongLength32 << static_cast<ULONGLONG>(length);
+  }
+}
+
+UINT_PTR AfxReadStringLength(CArchive& archive, int& charSize) {
+  charSize = kNarrow;
+  BYTE length8 = 0;
+  archive >> length8;
+  if (length8 < kLongLength8) return length8;
+  WORD length16 = 0;
+  archive >> length16;
+  if (length16 == kWideTag) {
+    charSize = kWide;
+    archive >> length8;
+    if (length8 < kLongLength8) return length8;
+    archive >> length16;
+  }
+  if (length16 < kLongLength16) return length16;
+  DWORD length32 = 0;
+  archive >> length32;
+  if (length32 < kLongLength32) return length32;
+  ULONGLONG length64 = 0;
+  archive >> length64;
+  // No memory of this system could hold more than the type can say.
+  if (length64 > std::numeric_limits<UINT_PTR>::max()) AfxThrowArchiveException(CArchiveException::endOfFile);
+  return static_cast<UINT_PTR>(length64);
+}
+
+CArchive& operator<<(CArchive& archive, const CString& text) {
+  const auto length = static_cast<UINT>(text.GetLength());
+  AfxWriteStringLength(archive, length, TRUE);
+  archive.Write(text.GetString(), length * static_cast<UINT>(sizeof(WCHAR)));
+  return archive;
+}
+
+CArchive& operator>>(CArchive& archive, CString& text) {
+  int charSize = kNarrow;
+  const UINT_PTR length = AfxReadStringLength(archive, charSize);
+  if (charSize == kWide) {
+    LoadUnits<WCHAR>(archive, length, [&text](auto&& units) {
+      text = CString(std::basic_string<WCHAR>(std::forward<decltype(units)>(units)));
+    });
+  } else {
+    LoadUnits<char>(archive, length, [&text](const auto& bytes) { text = CString(TextFromNarrow(bytes)); });
+  }
+  return archive;
+}

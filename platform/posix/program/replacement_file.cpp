@@ -1,0 +1,143 @@
+// A file that is written beside its place and takes it when it is complete.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <array>
+#include <cerrno>
+#include <climits>
+#include <new>
+#include <random>
+#include <string>
+
+#include <ondrel/platform/os/file.h>
+#include <ondrel/platform/program.h>
+
+#include "system/native_path.h"
+#include "system/os_error.h"
+
+namespace ondrel::platform {
+namespace {
+
+constexpr int kMaxLinks = 40;          // as many as the system itself follows
+constexpr int kMaxNameAttempts = 100;  // of names that are all taken
+constexpr mode_t kNewFileMode = 0666;  // the process's mask takes away from it
+constexpr mode_t kPrivateMode = 0600;
+constexpr mode_t kPermissions = 0777;
+
+[[noreturn]] void Throw(DWORD code, const CString& path) {
+  const auto osError = static_cast<LONG>(code);
+  AfxThrowFileException(CFileException::OsErrorToException(osError), osError, path);
+}
+
+// The folder of a path, with the separator behind it; empty for the working folder.
+std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
+
+// Follows the link at `path`, if there is one, and the link where that leads, to the end.
+DWORD FollowLinks(std::string& path) {
+  std::array<char, PATH_MAX> target;
+  for (int links = 0; links <= kMaxLinks; ++links) {
+    const ssize_t length = readlink(path.c_str(), target.data(), target.size());
+    if (length == -1) return errno == EINVAL || errno == ENOENT ? ERROR_SUCCESS : OsErrorFromErrno(errno);
+    const std::string next(target.data(), static_cast<std::size_t>(length));
+    // The rest of this layer would take it for a separator, and so write to another place.
+    if (next.find('\\') != std::string::npos) return ERROR_INVALID_NAME;
+    path = next.front() == '/' ? next : FolderOf(path) + next;
+  }
+  return OsErrorFromErrno(ELOOP);
+}
+
+// A name for a file beside `target` that no other has.
+std::string TemporaryName(const std::string& target) {
+  constexpr char kDigits[] = "0123456789abcdef";
+  std::random_device random;
+  std::string suffix = ".";
+  for (int word = 0; word < 2; ++word) {
+    const unsigned bits = random();
+    for (int shift = 28; shift >= 0; shift -= 4) suffix += kDigits[(bits >> shift) & 0xF];
+  }
+  suffix += ".tmp";
+  const std::string folder = FolderOf(target);
+  return folder + "." + target.substr(folder.size(), NAME_MAX - 1 - suffix.size()) + suffix;
+}
+
+// Gives a new file the owner and permissions of the one that it replaces, as far as the process may. Where it may not,
+// the file stays more private than the old one: it was made for its owner alone.
+void HandOn(const struct stat& replaced, int file) {
+  mode_t mode = replaced.st_mode & kPermissions;
+  if (fchown(file, static_cast<uid_t>(-1), replaced.st_gid) != 0) {
+    // Another group gets no more than everyone has.
+    mode &= ~static_cast<mode_t>(S_IRWXG) | ((mode & S_IRWXO) << 3);
+  }
+  [[maybe_unused]] const int chowned = fchown(file, replaced.st_uid, static_cast<gid_t>(-1));
+  [[maybe_unused]] const int chmoded = fchmod(file, mode);
+}
+
+// Makes a new file for writing beside `target`, with the owner and permissions of `replaced` where it replaces one.
+DWORD CreateBeside(const std::string& target, const struct stat* replaced, std::string& temporary, int& file) {
+  const mode_t mode = replaced == nullptr ? kNewFileMode : kPrivateMode;
+  for (int attempts = 0; attempts < kMaxNameAttempts; ++attempts) {
+    temporary = TemporaryName(target);
+    do {
+      file = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
+    } while (file == -1 && errno == EINTR);
+    if (file == -1 && errno == EEXIST) continue;
+    if (file == -1) return OsErrorFromErrno(errno);
+    if (replaced != nullptr) HandOn(*replaced, file);
+    return ERROR_SUCCESS;
+  }
+  return ERROR_FILE_EXISTS;
+}
+
+}  // namespace
+
+ReplacementFile::ReplacementFile(const CString& path) {
+  std::string target;
+  if (!NativePath(path, target)) Throw(GetLastError(), path);
+  if (const DWORD code = FollowLinks(target); code != ERROR_SUCCESS) Throw(code, path);
+  struct stat status = {};
+  const bool replaces = lstat(target.c_str(), &status) == 0;
+  if (replaces && !S_ISREG(status.st_mode)) Throw(ERROR_ACCESS_DENIED, path);
+  if (target.back() == '/') Throw(ERROR_PATH_NOT_FOUND, path);  // a folder that is not there
+  std::string temporary;
+  int file = -1;
+  DWORD code = CreateBeside(target, replaces ? &status : nullptr, temporary, file);
+  // A missing name here is the folder's: the file itself is being made.
+  if (code == ERROR_FILE_NOT_FOUND) code = ERROR_PATH_NOT_FOUND;
+  if (code != ERROR_SUCCESS) Throw(code, path);
+  try {
+    Attach(file, path);
+    m_target = PathFromUtf8(target);
+    m_temporary = PathFromUtf8(temporary);
+  } catch (...) {
+    Abort();
+    unlink(temporary.c_str());
+    throw;
+  }
+}
+
+ReplacementFile::~ReplacementFile() {
+  if (!m_committed) Discard();
+}
+
+void ReplacementFile::Commit() {
+  try {
+    Flush();
+    Close();
+    if (const DWORD code = ReplaceOsFile(m_temporary, m_target); code != ERROR_SUCCESS) Throw(code, m_strFileName);
+  } catch (...) {
+    Discard();
+    throw;
+  }
+  m_committed = true;
+}
+
+void ReplacementFile::Discard() noexcept {
+  Abort();
+  try {
+    RemoveOsFile(m_temporary);
+  } catch (const std::bad_alloc&) {
+    // The name cannot be made into the system's form: the file stays behind.
+  }
+}
+
+}  // namespace ondrel::platform

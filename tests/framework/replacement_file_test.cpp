@@ -1,0 +1,130 @@
+// A file that takes its place only when it is complete.
+#include <gtest/gtest.h>
+
+#include "support/print_text.h"
+#include "support/raised.h"
+#include "support/temporary_folder.h"
+
+#include <ondrel/platform/framework/archive.h>
+#include <ondrel/platform/program.h>
+
+namespace ondrel::test {
+namespace {
+
+using platform::ReplacementFile;
+
+TEST(ReplacementFile, AppearsWithCommit) {
+  const TemporaryFolder folder;
+  const CString path = Wide(folder / "image.bin");
+  ReplacementFile file(path);
+  EXPECT_EQ(file.GetFilePath(), path);
+  file.Write("new", 3);
+  EXPECT_FALSE(std::filesystem::exists(folder / "image.bin"));
+  file.Commit();
+  EXPECT_EQ(ReadBytes(folder / "image.bin"), "new");
+  EXPECT_EQ(folder.Listing(), "image.bin\n");
+}
+
+TEST(ReplacementFile, ReplacesWhatWasThere) {
+  const TemporaryFolder folder;
+  folder.Write("image.bin", "something longer before");
+  {
+    ReplacementFile file(Wide(folder / "image.bin"));
+    file.Write("new", 3);
+    EXPECT_EQ(ReadBytes(folder / "image.bin"), "something longer before");
+    file.Commit();
+  }
+  EXPECT_EQ(ReadBytes(folder / "image.bin"), "new");
+  EXPECT_EQ(folder.Listing(), "image.bin\n");
+}
+
+TEST(ReplacementFile, IsWrittenBesideItsPlace) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder / "sub");
+  const ReplacementFile file(Wide(folder / "sub/image.bin"));
+  const std::string listing = folder.Listing();
+  EXPECT_TRUE(std::string_view(listing).starts_with("sub\nsub/.image.bin.")) << listing;
+  EXPECT_TRUE(std::string_view(listing).ends_with(".tmp\n")) << listing;
+}
+
+TEST(ReplacementFile, VanishesWithoutCommit) {
+  const TemporaryFolder folder;
+  folder.Write("old.bin", "old");
+  for (const char* const name : {"new.bin", "old.bin"}) {
+    ReplacementFile file(Wide(folder / name));
+    file.Write("new", 3);
+  }
+  EXPECT_EQ(folder.Listing(), "old.bin\n");
+  EXPECT_EQ(ReadBytes(folder / "old.bin"), "old");
+}
+
+TEST(ReplacementFile, CarriesAnArchive) {
+  const TemporaryFolder folder;
+  ReplacementFile file(Wide(folder / "image.bin"));
+  CArchive archive(&file, CArchive::store);
+  EXPECT_EQ(archive.m_strFileName, Wide(folder / "image.bin"));
+  archive << DWORD{0x64636261};
+  archive.Close();
+  file.Commit();
+  EXPECT_EQ(ReadBytes(folder / "image.bin"), "abcd");
+}
+
+TEST(ReplacementFile, InAMissingFolderIsABadPath) {
+  const TemporaryFolder folder;
+  const CString path = Wide(folder / "nowhere/image.bin");
+  const auto fault = Raised<CFileException>([&] { ReplacementFile file(path); });
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->m_cause, CFileException::badPath);
+  EXPECT_EQ(fault->m_lOsError, 3);
+  EXPECT_EQ(fault->m_strFileName, path);
+}
+
+TEST(ReplacementFile, OfAFolderIsDenied) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder / "sub");
+  for (const char* const name : {"sub", "sub/"}) {
+    const auto fault = Raised<CFileException>([&] { ReplacementFile file(Wide(folder / name)); });
+    ASSERT_TRUE(fault) << name;
+    EXPECT_EQ(fault->m_cause, CFileException::accessDenied) << name;
+  }
+  EXPECT_EQ(folder.Listing(), "sub\n");
+}
+
+TEST(ReplacementFile, OfANameThatEndsInASeparatorIsABadPath) {
+  const TemporaryFolder folder;
+  folder.Write("file", "x");
+  for (const char* const name : {"missing/", "file/"}) {
+    const auto fault = Raised<CFileException>([&] { ReplacementFile file(Wide(folder / name)); });
+    ASSERT_TRUE(fault) << name;
+    EXPECT_EQ(fault->m_cause, CFileException::badPath) << name;
+  }
+  EXPECT_EQ(folder.Listing(), "file\n");
+}
+
+TEST(ReplacementFile, CommitOfAClosedFileFailsAndLeavesNothing) {
+  const TemporaryFolder folder;
+  folder.Write("image.bin", "old");
+  ReplacementFile file(Wide(folder / "image.bin"));
+  file.Write("new", 3);
+  file.Close();
+  const auto fault = Raised<CFileException>([&] { file.Commit(); });
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->m_cause, CFileException::invalidFile);
+  EXPECT_EQ(folder.Listing(), "image.bin\n");
+  EXPECT_EQ(ReadBytes(folder / "image.bin"), "old");
+}
+
+TEST(ReplacementFile, CommitOntoAFolderMadeMeanwhileFailsAndLeavesIt) {
+  const TemporaryFolder folder;
+  ReplacementFile file(Wide(folder / "image.bin"));
+  file.Write("new", 3);
+  std::filesystem::create_directory(folder / "image.bin");
+  const auto fault = Raised<CFileException>([&] { file.Commit(); });
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->m_cause, CFileException::accessDenied);
+  EXPECT_EQ(fault->m_strFileName, Wide(folder / "image.bin"));
+  EXPECT_EQ(folder.Listing(), "image.bin\n");
+}
+
+}  // namespace
+}  // namespace ondrel::test
