@@ -1,0 +1,157 @@
+// Files that are no definition at all, and text that tries to harm its reader.
+#include <filesystem>
+#include <random>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "project_folder.h"
+
+namespace ondrel::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::Not;
+
+/// Both commands refuse a file alike, and leave nothing behind.
+void ExpectBothFail(const ProjectFolder& folder, const std::string& file, const std::string& start,
+                    const std::string& status) {
+  const std::string listing = folder.Listing();
+  ExpectFailure(folder.Run({"compile", file, "-o", kImageName}), start, status);
+  ExpectFailure(folder.Show(file), start, status);
+  ExpectFailure(folder.Run({"show", "--json", file}), start, status);
+  EXPECT_EQ(folder.Listing(), listing);
+}
+
+TEST(BadFile, AMissingFile) {
+  ExpectBothFail(ProjectFolder(), "gone.xml", "gone.xml: there is no such file; ", "0x80070002");
+}
+
+TEST(BadFile, AFileInAMissingFolder) {
+  ExpectBothFail(ProjectFolder(), "gone/console.xml", "gone/console.xml: its folder is not there; ", "0x80070003");
+}
+
+TEST(BadFile, AnEmptyName) { ExpectBothFail(ProjectFolder(), "", "the name is empty; ", "0x80070003"); }
+
+TEST(BadFile, ADriveThatCannotBeReached) {
+  if (std::filesystem::path("C:\\").has_root_name()) GTEST_SKIP() << "this system has drives";
+  ExpectBothFail(ProjectFolder(), "Q:\\console.xml",
+                 "Q:\\console.xml: the drive Q: cannot be reached from this system; ", "0x80070003");
+}
+
+TEST(BadFile, AnEmptyFile) {
+  const ProjectFolder folder;
+  folder.Write("empty", "");
+  ExpectBothFail(folder, "empty", "empty: the file is empty; ", "0x8007000D");
+}
+
+TEST(BadFile, AFolder) {
+  const ProjectFolder folder;
+  folder.Write("folder/inside", "");
+  ExpectBothFail(folder, "folder", "folder: it is a folder; ", "0x80070005");
+}
+
+TEST(BadFile, APipeThatNobodyWritesTo) {
+  const ProjectFolder folder;
+  if (!MakeNamedPipe(folder / "pipe")) GTEST_SKIP() << "this system has no pipes in its folders";
+  ExpectBothFail(folder, "pipe", "pipe: it is no regular file; ", "0x80070005");
+}
+
+TEST(BadFile, AFileThatMayNotBeRead) {
+  if (!CanDropPrivileges()) GTEST_SKIP() << "the test's user cannot run the command as another one";
+  const ProjectFolder folder;
+  folder.WriteProject("<Project/>");
+  std::filesystem::permissions(folder / kProjectName, std::filesystem::perms::owner_read);
+  for (const auto& arguments : {std::vector<std::string>{"show", kProjectName},
+                                std::vector<std::string>{"compile", kProjectName, "-o", kImageName}}) {
+    CommandLine commandLine = folder.Command(arguments);
+    commandLine.withoutPrivileges = true;
+    ExpectFailure(RunCommand(commandLine), "console.xml: access is denied; ", "0x80070005");
+  }
+}
+
+TEST(BadFile, BinaryBytesAreNeitherForm) {
+  const ProjectFolder folder;
+  folder.Write("picture.png", std::string("\x89PNG\r\n\x1A\n\0\0\0\rIHDR", 16));
+  ExpectFailure(folder.Show("picture.png"),
+                "picture.png: it is neither a project file nor an object image of version 1: it begins with version "
+                "1196314761; ",
+                "archive cause 7");
+  ExpectFailure(folder.Run({"compile", "picture.png", "-o", kImageName}),
+                "picture.png: it is no project file, which is XML text; ", "0x8007000D");
+  EXPECT_EQ(folder.Listing(), "picture.png\n");
+}
+
+TEST(BadFile, RandomBytesNeverCrash) {
+  std::mt19937 random(20240607);  // the same bytes in every run
+  for (int round = 0; round < 40; ++round) {
+    const ProjectFolder folder;
+    std::string bytes = round % 2 == 0 ? "<" : std::string("\1\0\0\0\1\0\0\0\1\0\0\0\0\0\0\0", 16);
+    for (int index = 0; index < 300; ++index) bytes += static_cast<char>(random());
+    folder.Write("noise", bytes);
+    ExpectFailure(folder.Show("noise"), "noise:", round % 2 == 0 ? "0x8007000D" : "archive cause 3");
+  }
+}
+
+TEST(BadFile, AnEntityBombIsRefused) {
+  const ProjectFolder folder;
+  std::string text = "<!DOCTYPE Project [\n<!ENTITY e0 \"ha ha ha ha ha ha ha ha ha ha ha ha\">\n";
+  for (int level = 1; level < 12; ++level) {
+    text += "<!ENTITY e" + std::to_string(level) + " \"";
+    for (int reference = 0; reference < 10; ++reference) text += "&e" + std::to_string(level - 1) + ';';
+    text += "\">\n";
+  }
+  folder.WriteProject(text + "]>\n<Project>&e11;</Project>");
+  ExpectBothFail(folder, kProjectName, "console.xml:", "0x8007000D");
+}
+
+TEST(BadFile, AnEntityBombInAnAttributeIsRefused) {
+  const ProjectFolder folder;
+  std::string text = "<!DOCTYPE Project [\n<!ENTITY e0 \"" + std::string(50'000, 'x') + "\">\n]>\n<Project a=\"";
+  for (int reference = 0; reference < 20'000; ++reference) text += "&e0;";
+  folder.WriteProject(text + "\"/>");
+  ExpectBothFail(folder, kProjectName, "console.xml:", "0x8007000D");
+}
+
+TEST(BadFile, AnExternalEntityIsNotOpened) {
+  const ProjectFolder folder;
+  folder.Write("secret.txt", "the secret text");
+  // Opening the pipe would wait for ever.
+  ASSERT_TRUE(MakeNamedPipe(folder / "pipe"));
+  for (const char* const target : {"secret.txt", "pipe"}) {
+    folder.WriteProject(
+        "<!DOCTYPE Project [<!ENTITY e SYSTEM \"file://" + (folder / target).string() +
+        "\">]>\n<Project><NodeGroup><Node Cookie=\"1\" Name=\"a\" Icon=\"0\" Type=\"List\">&e;<MenuScript/>"
+        "</Node></NodeGroup></Project>");
+    const CommandResult result = folder.Show(kProjectName);
+    ExpectFailure(result, "console.xml:", "0x8007000D");
+    EXPECT_THAT(result.errors, Not(HasSubstr("secret text")));
+    ExpectFailure(folder.Compile(), "console.xml:", "0x8007000D");
+  }
+}
+
+TEST(BadFile, AnExternalSubsetIsNotOpened) {
+  const ProjectFolder folder;
+  ASSERT_TRUE(MakeNamedPipe(folder / "pipe"));
+  folder.WriteProject("<!DOCTYPE Project SYSTEM \"file://" + (folder / "pipe").string() + "\">\n<Project/>");
+  ExpectBothFail(folder, kProjectName, "console.xml:1: ", "0x8007000D");
+}
+
+TEST(BadFile, AnElementsNameDoesNotBuryTheMessage) {
+  const ProjectFolder folder;
+  folder.WriteProject("<" + std::string(100'000, 'x') + ">");
+  const CommandResult result = folder.Show(kProjectName);
+  ExpectFailure(result, "console.xml:1: the XML cannot be read: ", "0x8007000D");
+  EXPECT_LT(result.errors.size(), 400U);
+}
+
+TEST(BadFile, ElementsNestedWithoutEndAreRefused) {
+  const ProjectFolder folder;
+  std::string text;
+  for (int level = 0; level < 200'000; ++level) text += "<a>\n";
+  folder.WriteProject(text);
+  ExpectBothFail(folder, kProjectName, "console.xml:20000", "0x8007000D");
+}
+
+}  // namespace
+}  // namespace ondrel::test

@@ -1,0 +1,96 @@
+// The command line: help, version, wrong usage, and output that cannot be written.
+#include <filesystem>
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "project_folder.h"
+
+namespace ondrel::test {
+namespace {
+
+using testing::HasSubstr;
+using testing::StartsWith;
+
+TEST(CommandLine, VersionPrintsNameAndNumber) {
+  const CommandResult result = ProjectFolder().Run({"--version"});
+  ExpectSuccess(result);
+  EXPECT_EQ(result.output, "ondrel 0.1.0\n");
+}
+
+TEST(CommandLine, HelpNamesTheCommandsAndTheExitCodes) {
+  const CommandResult result = ProjectFolder().Run({"--help"});
+  ExpectSuccess(result);
+  for (const char* const part : {"compile", "show", "Example", "Exit codes: 0 done, 1 failed, 2 wrong usage."}) {
+    EXPECT_THAT(result.output, HasSubstr(part));
+  }
+}
+
+TEST(CommandLine, EachCommandExplainsItself) {
+  const ProjectFolder folder;
+  const CommandResult compile = folder.Run({"compile", "--help"});
+  ExpectSuccess(compile);
+  for (const char* const part : {"ondrel compile", "PROJECT", "-o", "IMAGE", "Example", "Exit codes"}) {
+    EXPECT_THAT(compile.output, HasSubstr(part));
+  }
+  const CommandResult show = folder.Run({"show", "--help"});
+  ExpectSuccess(show);
+  for (const char* const part : {"ondrel show", "FILE", "--json", "Example", "Exit codes"}) {
+    EXPECT_THAT(show.output, HasSubstr(part));
+  }
+}
+
+class WrongUsage : public testing::TestWithParam<std::vector<std::string>> {};
+
+TEST_P(WrongUsage, IsOneLineAndAHintWithExitCode2) {
+  const ProjectFolder folder;
+  const CommandResult result = folder.Run(GetParam());
+  EXPECT_EQ(result.exitCode, 2);
+  EXPECT_EQ(result.output, "");
+  EXPECT_THAT(result.errors, StartsWith("ondrel: "));
+  EXPECT_THAT(result.errors, HasSubstr("\nTry 'ondrel"));
+  EXPECT_THAT(result.errors, testing::EndsWith("--help'.\n"));
+  EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 2) << result.errors;
+  EXPECT_EQ(folder.Listing(), "");
+}
+
+INSTANTIATE_TEST_SUITE_P(CommandLine, WrongUsage,
+                         testing::Values(std::vector<std::string>{}, std::vector<std::string>{"paint"},
+                                         std::vector<std::string>{"compile"},
+                                         std::vector<std::string>{"compile", "console.xml"},
+                                         std::vector<std::string>{"compile", "-o", "console.img"},
+                                         std::vector<std::string>{"compile", "console.xml", "-o"},
+                                         std::vector<std::string>{"compile", "a.xml", "b.xml", "-o", "c.img"},
+                                         std::vector<std::string>{"show"}, std::vector<std::string>{"show", "a", "b"},
+                                         std::vector<std::string>{"show", "a", "--colour\n\x1B[31m"},
+                                         std::vector<std::string>{"--json", "a"}));
+
+TEST(CommandLine, AFileMayHaveTheNameOfACommand) {
+  const ProjectFolder folder;
+  folder.Write("compile", "<Project/>");
+  ExpectSuccess(folder.Run({"show", "compile"}));
+}
+
+TEST(CommandLine, AFileMayHaveANameThatIsNoUtf8) {
+  const ProjectFolder folder;
+  folder.Write("a\xFF.xml", "<Project/>");
+  const CommandResult result = folder.Run({"show", "a\xFF.xml"});
+  ExpectSuccess(result);
+  EXPECT_THAT(result.output, StartsWith("a\xEF\xBF\xBD.xml: project"));
+}
+
+TEST(CommandLine, OutputThatCannotBeWrittenIsAFailure) {
+  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "this system has no /dev/full";
+  const ProjectFolder folder;
+  folder.WriteProject("<Project/>");
+  for (const auto& arguments :
+       {std::vector<std::string>{"show", kProjectName}, std::vector<std::string>{"show", "--json", kProjectName},
+        std::vector<std::string>{"--help"}, std::vector<std::string>{"compile", kProjectName, "-o", kImageName}}) {
+    CommandLine commandLine = folder.Command(arguments);
+    commandLine.standardOutput = "/dev/full";
+    ExpectFailure(RunCommand(commandLine), "standard output: it cannot be written", "0x8007001D");
+  }
+}
+
+}  // namespace
+}  // namespace ondrel::test

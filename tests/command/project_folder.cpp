@@ -1,0 +1,62 @@
+// What tests of the command expect of every run.
+#include "project_folder.h"
+
+#include <algorithm>
+#include <chrono>
+#include <stdexcept>
+
+#include <gmock/gmock.h>
+
+#include "support/icon_bytes.h"
+
+namespace ondrel::test {
+namespace {
+
+// Bad input must be refused within a second. The sanitizers slow the program down and take their time at its end.
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+constexpr std::chrono::milliseconds kLongestRefusal{5'000};
+#else
+constexpr std::chrono::milliseconds kLongestRefusal{1'000};
+#endif
+
+}  // namespace
+
+std::string Lines(std::initializer_list<std::string_view> lines) {
+  std::string text;
+  for (const std::string_view line : lines) text.append(line).append("\n");
+  return text;
+}
+
+std::string SmallIconFile() {
+  return IconFileBytes({SolidPicture(32, 32, 32, 0xFF0000), SolidPicture(16, 16, 24, 0x0000FF)});
+}
+
+CommandLine ProjectFolder::Command(std::vector<std::string> arguments) const {
+  CommandLine commandLine;
+  commandLine.program = ONDREL_COMMAND;
+  commandLine.arguments = std::move(arguments);
+  commandLine.workingFolder = Path();
+  return commandLine;
+}
+
+nlohmann::json ProjectFolder::Json(std::string_view file) const {
+  const CommandResult result = Run({"show", "--json", std::string(file)});
+  if (result.exitCode != 0) throw std::runtime_error("show --json failed: " + result.errors);
+  return nlohmann::json::parse(result.output);
+}
+
+void ExpectSuccess(const CommandResult& result) {
+  EXPECT_EQ(result.exitCode, 0);
+  EXPECT_EQ(result.errors, "");
+}
+
+void ExpectFailure(const CommandResult& result, std::string_view start, std::string_view status) {
+  EXPECT_EQ(result.exitCode, 1) << (result.timedOut ? "stopped: it took too long" : result.errors);
+  EXPECT_EQ(result.output, "");
+  EXPECT_THAT(result.errors, testing::StartsWith("ondrel: " + std::string(start)));
+  EXPECT_THAT(result.errors, testing::EndsWith(" (" + std::string(status) + ")\n"));
+  EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1) << result.errors;
+  EXPECT_LE(result.duration.count(), kLongestRefusal.count()) << "milliseconds";
+}
+
+}  // namespace ondrel::test

@@ -1,0 +1,31 @@
+// What the command line asks for.
+#pragma once
+
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace ondrel::command {
+
+struct CompileRequest {
+  std::string project;
+  std::string image;
+};
+
+struct ShowRequest {
+  std::string file;
+  bool json = false;
+};
+
+/// Text that answers the command line by itself: help, the version, or what is wrong with the usage.
+struct Answer {
+  int exitCode = 0;
+  std::string text;  ///< For standard output when exitCode is 0, else for standard error; with its closing line feed.
+};
+
+using Request = std::variant<CompileRequest, ShowRequest, Answer>;
+
+/// `arguments` without the program's name, in UTF-8.
+Request ParseCommandLine(std::vector<std::string> arguments);
+
+}  // namespace ondrel::command

@@ -1,0 +1,120 @@
+// From a project file to an object image, with everything that can be checked before the first byte is written.
+#include "compile.h"
+
+#include <limits>
+#include <map>
+
+#include <ondrel/platform/program.h>
+
+#include "definition_file.h"
+#include "native_path.h"
+#include "output.h"
+#include "printable.h"
+#include "tree_drawing.h"
+
+namespace ondrel::command {
+namespace {
+
+constexpr int kWritingSize = 64 * 1024;
+constexpr ULONGLONG kLargestCodeFile =
+    std::numeric_limits<std::uint32_t>::max();  // its length takes 32 bits in an image
+
+bool IsSameFile(const std::filesystem::path& image, const std::string& source) {
+  std::error_code ignored;
+  return std::filesystem::equivalent(image, NativePath(source), ignored);
+}
+
+/// Refuses a place that a file cannot take, and one where a file stands that the image is made from.
+void RequirePlace(const Definition& definition, const std::string& image) {
+  const std::filesystem::path place = NativePath(image);
+  std::error_code ignored;
+  const std::filesystem::file_status status = std::filesystem::status(place, ignored);
+  if (!std::filesystem::exists(status)) return;
+  if (!std::filesystem::is_regular_file(status)) {
+    throw Failure({image}, ExplainFileFault(platform::PathFromUtf8(image), HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED)),
+                  StatusText(HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED)));
+  }
+  const auto refuse = [&](const std::string& what) {
+    throw Failure({image}, "the image would overwrite " + what + "; give it another name", StatusText(E_INVALIDARG));
+  };
+  if (IsSameFile(place, definition.file)) refuse("the project");
+  for (const ProjectFile& file : definition.project->IconFiles()) {
+    if (IsSameFile(place, platform::PathToUtf8(*file.path))) refuse("icon file " + Quoted(file.spelling));
+  }
+  for (const ProjectFile& file : definition.project->CodeFiles()) {
+    if (IsSameFile(place, platform::PathToUtf8(*file.path))) refuse("code file " + Quoted(file.spelling));
+  }
+}
+
+/// Looks at every code file before the image is begun, while the line that names it is at hand.
+void RequireCodeFiles(const Definition& definition) {
+  std::map<__int64, const ProjectFile*> icons;
+  for (const ProjectFile& icon : definition.project->IconFiles()) icons.emplace(*icon.cookie, &icon);
+  for (const ProjectFile& file : definition.project->CodeFiles()) {
+    const std::string label = "code file " + std::to_string(*file.cookie) + ", " + Quoted(file.spelling) + ": ";
+    if (const auto icon = icons.find(*file.cookie); icon != icons.end()) {
+      // The set looks for a path among the icon files first, and would store the icon's bytes for the code file.
+      throw Failure(definition.At(file.line),
+                    label + "its cookie is also that of the icon file in line " + std::to_string(icon->second->line) +
+                        "; give it another",
+                    StatusText(HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS)));
+    }
+    CFile source;
+    std::unique_ptr<CFileException> fault;
+    if (!source.Open(*file.path, CFile::modeRead | CFile::shareDenyWrite, &fault)) {
+      const HRESULT status = StatusOf(*fault);
+      throw Failure(definition.At(file.line), label + ExplainFileFault(*file.path, status), StatusText(status));
+    }
+    if (source.GetLength() > kLargestCodeFile) {
+      throw Failure(definition.At(file.line), label + "it has 4 GiB or more; an image holds smaller files only",
+                    StatusText(E_INVALIDARG));
+    }
+  }
+}
+
+/// An image holds one top-level node at most.
+Failure ExplainTopNodes(Definition& definition, const CArchiveException& raised) {
+  const auto topNodes = definition.set.GetChildNodes(CMMCObjectSet::RootNode);
+  if (topNodes.size() < 2) return {definition.At(0), raised.what(), CauseText(raised.m_cause)};
+  const __int64 second = *std::next(topNodes.begin());
+  return {definition.At(definition.project->LineOfObject(second)),
+          "node " + std::to_string(second) + " is a second top-level node, an image holds one; put it below node " +
+              std::to_string(topNodes.front()),
+          CauseText(raised.m_cause)};
+}
+
+/// The number of bytes written.
+ULONGLONG WriteImage(Definition& definition, const std::string& image) {
+  const CString target = platform::PathFromUtf8(image);
+  try {
+    platform::ReplacementFile file(target);
+    // A failed write must not be followed by another one from the destructor.
+    CVellum archive(&file, CArchive::store | CArchive::bNoFlushOnDelete, kWritingSize);
+    definition.set.SerializeObjects(archive, 0, 0);
+    archive.Close();
+    const ULONGLONG bytes = file.GetLength();
+    file.Commit();
+    return bytes;
+  } catch (const CArchiveException& raised) {
+    throw ExplainTopNodes(definition, raised);
+  } catch (const CFileException& fault) {
+    const bool isImage = fault.m_strFileName == target;
+    const std::string file = isImage ? image : platform::PathToUtf8(definition.DisplayPath(fault.m_strFileName));
+    throw Failure({file}, ExplainFileFault(fault.m_strFileName, StatusOf(fault)), StatusText(StatusOf(fault)));
+  } catch (const std::exception&) {
+    throw CurrentFailure({image});
+  }
+}
+
+}  // namespace
+
+void Compile(const std::string& project, const std::string& image) {
+  const auto definition = ReadProject(project);
+  RequirePlace(*definition, image);
+  RequireCodeFiles(*definition);
+  const ULONGLONG bytes = WriteImage(*definition, image);
+  WriteOutput(PrintablePath(image) + ": " + SummaryText(definition->set) + ", " + Counted(bytes, "byte", "bytes") +
+              '\n');
+}
+
+}  // namespace ondrel::command

@@ -1,0 +1,120 @@
+// How what the library raises becomes a line for people.
+#include "failure.h"
+
+#include <cstdio>
+#include <new>
+
+#include <ondrel/platform/program.h>
+
+#include "native_path.h"
+#include "printable.h"
+
+namespace ondrel::command {
+namespace {
+
+std::string Line(const Location& where, const std::string& explanation, const std::string& status) {
+  std::string line;
+  if (!where.file.empty()) line += PrintablePath(where.file) + ':';
+  if (where.line > 0) line += std::to_string(where.line) + ':';
+  if (!line.empty()) line += ' ';
+  return line + Printable(std::string_view(explanation)) + " (" + status + ')';
+}
+
+bool HasDriveLetter(const CString& path) {
+  const WCHAR letter = path.GetAt(0) | 0x20;
+  return path.GetLength() >= 2 && path.GetAt(1) == ':' && letter >= 'a' && letter <= 'z';
+}
+
+bool IsNetworkPath(const CString& path) {
+  return path.GetLength() >= 2 && path.GetAt(0) == '\\' && path.GetAt(1) == '\\';
+}
+
+std::string ExplainMissing(const CString& path) {
+  if (path.IsEmpty()) return "the name is empty; give the file's name";
+  if (HasDriveLetter(path)) {
+    return "the drive " + Printable(path.Left(2)) +
+           " cannot be reached from this system; name the file by a relative name";
+  }
+  if (IsNetworkPath(path)) {
+    return "the network path cannot be reached from this system; name the file by a relative name";
+  }
+  std::error_code ignored;
+  const std::filesystem::path folder = NativePath(platform::PathToUtf8(path)).parent_path();
+  if (!folder.empty() && !std::filesystem::is_directory(folder, ignored)) {
+    return "its folder is not there; check the name or make the folder";
+  }
+  return "there is no such file; check its name";
+}
+
+std::string ExplainDenied(const CString& path) {
+  std::error_code ignored;
+  const std::filesystem::file_status status = std::filesystem::status(NativePath(platform::PathToUtf8(path)), ignored);
+  if (std::filesystem::is_directory(status)) return "it is a folder; name a file";
+  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
+    return "it is no regular file; name a file on disk";
+  }
+  return "access is denied; check its permissions";
+}
+
+}  // namespace
+
+Failure::Failure(const Location& where, const std::string& explanation, const std::string& status)
+    : std::runtime_error(Line(where, explanation, status)) {}
+
+std::string StatusText(HRESULT status) {
+  char text[16];
+  std::snprintf(text, sizeof text, "0x%08X", static_cast<unsigned>(status));
+  return text;
+}
+
+std::string CauseText(int cause) { return "archive cause " + std::to_string(cause); }
+
+HRESULT StatusOf(const CFileException& fault) {
+  return fault.m_lOsError > 0 ? HRESULT_FROM_WIN32(static_cast<DWORD>(fault.m_lOsError)) : E_FAIL;
+}
+
+std::string ExplainFileFault(const CString& path, HRESULT status) {
+  switch (static_cast<DWORD>(status) & 0xFFFF) {
+    case ERROR_FILE_NOT_FOUND:
+    case ERROR_PATH_NOT_FOUND:
+      return ExplainMissing(path);
+    case ERROR_ACCESS_DENIED:
+      return ExplainDenied(path);
+    case ERROR_SHARING_VIOLATION:
+    case ERROR_LOCK_VIOLATION:
+      return "another program is using it; close that program";
+    case ERROR_DISK_FULL:
+      return "the disk is full, or a limit of size is reached; make room";
+    case ERROR_INVALID_NAME:
+    case ERROR_FILENAME_EXCED_RANGE:
+      return "no file can have this name; check it";
+    default:
+      return "it cannot be opened, read or written; check the file and the disk";
+  }
+}
+
+Failure CurrentFailure(const Location& where) {
+  try {
+    throw;
+  } catch (const Failure& failure) {
+    return failure;
+  } catch (const CFileException& fault) {
+    return {where, ExplainFileFault(fault.m_strFileName, StatusOf(fault)), StatusText(StatusOf(fault))};
+  } catch (const CArchiveException& fault) {
+    return {where, fault.what(), CauseText(fault.m_cause)};
+  } catch (const COleException& fault) {
+    return {where, fault.what(), StatusText(fault.m_sc)};
+  } catch (const CMemoryException&) {
+    return {where, "memory is short; close other programs", StatusText(E_OUTOFMEMORY)};
+  } catch (const std::bad_alloc&) {
+    return {where, "memory is short; close other programs", StatusText(E_OUTOFMEMORY)};
+  } catch (const CInvalidArgException& fault) {
+    return {where, fault.what(), StatusText(E_INVALIDARG)};
+  } catch (const CNotSupportedException& fault) {
+    return {where, fault.what(), StatusText(E_NOTIMPL)};
+  } catch (const std::exception& fault) {
+    return {where, fault.what(), StatusText(E_UNEXPECTED)};
+  }
+}
+
+}  // namespace ondrel::command

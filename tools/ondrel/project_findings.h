@@ -1,0 +1,66 @@
+// What is wrong with a project's text, in the order in which a load would meet it.
+#pragma once
+
+#include <compare>
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include <ondrel/platform/types.h>
+
+namespace ondrel::command {
+
+/// When a load comes to something. A load reads all node groups, then all dialog groups, then the first file group:
+/// icons, then code files.
+struct LoadOrder {
+  enum Stage { kDocument, kNodes, kDialogs, kIcons, kCodeFiles };
+  /// The steps of reading one record or file, in their order.
+  enum Step {
+    kCookie,
+    kName,
+    kIcon,
+    kType,
+    kChildQueries,
+    kMenuScript,
+    kScripts,
+    kStyleSheet,
+    kRenderQueries,
+    kFileName,
+    kFileCookie,
+    kFileCookieNumber,
+    kIconImages,  ///< The icon file itself is read.
+    kInsert,
+  };
+
+  Stage stage = kDocument;
+  std::size_t group = 0;  ///< Groups and entries count in document order.
+  std::size_t entry = 0;
+  Step step = kCookie;
+
+  auto operator<=>(const LoadOrder&) const = default;
+};
+
+struct Finding {
+  LoadOrder order;
+  int line = 0;
+  std::string explanation;  ///< What is wrong; what to do.
+  HRESULT status = S_OK;    ///< What the load raises for it.
+  bool endsNever = false;   ///< The load must not be tried: it would not come back.
+};
+
+class ProjectFindings {
+ public:
+  void Add(Finding finding) { m_findings.push_back(std::move(finding)); }
+  /// Brings the findings into their order. To be called once, when all are there.
+  void Sort();
+
+  /// The first finding that a load would raise with `status`, or null.
+  const Finding* First(HRESULT status) const;
+  /// The first finding that forbids a load, or null.
+  const Finding* Obstacle() const;
+
+ private:
+  std::vector<Finding> m_findings;
+};
+
+}  // namespace ondrel::command
