@@ -3,9 +3,9 @@
 // What the model relies on, with the results, ownership and statuses of Windows:
 //
 //   IUnknown           QueryInterface gives an owned reference, or E_NOINTERFACE and null; AddRef and Release count.
-//   IStream            Read, Write and Seek over a growing block of memory. A short read is S_OK with a smaller count; a
-//                      target before the start is STG_E_INVALIDFUNCTION; memory that runs short, or more than 32 bits of
-//                      size, is E_OUTOFMEMORY.
+//   IStream            Read, Write and Seek over a growing block of memory. A short read is S_OK with a smaller count;
+//                      a target before the start is STG_E_INVALIDFUNCTION; memory that runs short, or a size beyond 32
+//                      bits, is E_OUTOFMEMORY.
 //   CreateStreamOnHGlobal(block, deleteOnRelease, &stream)
 //                      a stream over `block`, or over a new one when it is null; the stream frees the block with
 //                      itself when deleteOnRelease says so. GetHGlobalFromStream gives the block, still the stream's.
@@ -19,8 +19,8 @@
 //                      between, DISP_E_TYPEMISMATCH for text that is no number (null and empty text too) and
 //                      DISP_E_OVERFLOW for one out of range; VT_I8, VT_I4 and VT_BOOL to VT_BSTR give decimal digits;
 //                      VT_EMPTY gives 0 and empty text; VT_DISPATCH and VT_UNKNOWN to one another ask the object, and a
-//                      null object or a refusal is DISP_E_TYPEMISMATCH. To the same type it is a copy. The destination is
-//                      unchanged on failure. `flags` is 0.
+//                      null object or a refusal is DISP_E_TYPEMISMATCH. To the same type it is a copy. The destination
+//                      is unchanged on failure. `flags` is 0.
 //   VarBstrCmp         VARCMP_LT, VARCMP_EQ or VARCMP_GT; case counts.
 //   MultiByteToWideChar, WideCharToMultiByte
 //                      with CP_ACP and CP_THREAD_ACP (the narrow code page, 1252 off Windows, where its unassigned

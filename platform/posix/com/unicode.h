@@ -1,0 +1,100 @@
+// UTF-16 and UTF-8, unit by unit.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+
+namespace ondrel::platform {
+
+inline constexpr char32_t kReplacementCharacter = 0xFFFD;
+inline constexpr std::size_t kMaximumUtf8PerUnit = 3;  // bytes that one unit of UTF-16 can become
+
+constexpr bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
+constexpr bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
+constexpr bool IsSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
+
+/// The character at `text`, which is before `end`; `text` moves behind it. A lone surrogate is given as it is.
+inline char32_t TakeUtf16(const char16_t*& text, const char16_t* end) {
+  const char32_t unit = *text++;
+  if (!IsHighSurrogate(unit) || text == end || !IsLowSurrogate(*text)) return unit;
+  return 0x10000 + ((unit - 0xD800) << 10) + (*text++ - 0xDC00);
+}
+
+/// Writes a character, a lone surrogate included, as 1 to 4 bytes; how many.
+inline std::size_t PutUtf8(char32_t character, char* bytes) {
+  const auto tail = [character](int shift) { return static_cast<char>(0x80 | ((character >> shift) & 0x3F)); };
+  if (character < 0x80) {
+    bytes[0] = static_cast<char>(character);
+    return 1;
+  }
+  if (character < 0x800) {
+    bytes[0] = static_cast<char>(0xC0 | (character >> 6));
+    bytes[1] = tail(0);
+    return 2;
+  }
+  if (character < 0x10000) {
+    bytes[0] = static_cast<char>(0xE0 | (character >> 12));
+    bytes[1] = tail(6);
+    bytes[2] = tail(0);
+    return 3;
+  }
+  bytes[0] = static_cast<char>(0xF0 | (character >> 18));
+  bytes[1] = tail(12);
+  bytes[2] = tail(6);
+  bytes[3] = tail(0);
+  return 4;
+}
+
+/// Writes a character as 1 or 2 units; how many.
+inline std::size_t PutUtf16(char32_t character, char16_t* units) {
+  if (character < 0x10000) {
+    units[0] = static_cast<char16_t>(character);
+    return 1;
+  }
+  units[0] = static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
+  units[1] = static_cast<char16_t>(0xDC00 + ((character - 0x10000) & 0x3FF));
+  return 2;
+}
+
+struct Utf8Character {
+  char32_t character;  ///< kReplacementCharacter when it is not valid.
+  bool valid;
+};
+
+/// The character at `bytes`, which is before `end`; `bytes` moves behind it. Of bytes that are no UTF-8 it takes the
+/// longest run that begins a character, at least one byte, as one replacement character. Encoded surrogates are valid
+/// only with `surrogates`.
+inline Utf8Character TakeUtf8(const char*& bytes, const char* end, bool surrogates = false) {
+  const auto lead = static_cast<unsigned char>(*bytes++);
+  if (lead < 0x80) return {lead, true};
+  // What the second byte may be keeps overlong forms, surrogates and numbers beyond U+10FFFF out.
+  int more = 0;
+  unsigned lowest = 0x80;
+  unsigned highest = 0xBF;
+  if (lead >= 0xC2 && lead <= 0xDF) {
+    more = 1;
+  } else if (lead >= 0xE0 && lead <= 0xEF) {
+    more = 2;
+    if (lead == 0xE0) lowest = 0xA0;
+    if (lead == 0xED && !surrogates) highest = 0x9F;
+  } else if (lead >= 0xF0 && lead <= 0xF4) {
+    more = 3;
+    if (lead == 0xF0) lowest = 0x90;
+    if (lead == 0xF4) highest = 0x8F;
+  } else {
+    return {kReplacementCharacter, false};
+  }
+  char32_t character = lead & (0x3FU >> more);
+  for (; more > 0; --more) {
+    if (bytes == end) return {kReplacementCharacter, false};
+    const auto next = static_cast<unsigned char>(*bytes);
+    if (next < lowest || next > highest) return {kReplacementCharacter, false};
+    ++bytes;
+    character = (character << 6) | (next & 0x3F);
+    lowest = 0x80;
+    highest = 0xBF;
+  }
+  return {character, true};
+}
+
+}  // namespace ondrel::platform

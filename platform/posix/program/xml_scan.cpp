@@ -1,0 +1,70 @@
+// A scan of XML text that tells lines: the parser of loadXML, with its elements reported as wide strings.
+
+#include <ondrel/platform/xml_scan.h>
+
+#include <algorithm>
+#include <limits>
+
+#include "xml/kept_text.h"
+#include "xml/xml_text_parser.h"
+
+namespace ondrel::platform {
+
+namespace {
+
+class ScanSink final : public XmlElementSink {
+ public:
+  explicit ScanSink(XmlScanHandler& handler) : m_handler(handler) {}
+
+  void SetParser(const XmlTextParser& parser) { m_parser = &parser; }
+
+  void OnStartElement(std::string_view name, std::span<const Attribute> attributes) override {
+    m_open.emplace_back(name);
+    m_attributes.clear();
+    for (const Attribute& attribute : attributes) {
+      m_attributes.push_back({Wide(attribute.name), Wide(attribute.value)});
+    }
+    m_handler.OnStartElement(Wide(name), m_attributes, Line());
+  }
+
+  void OnEndElement(std::string_view name) override {
+    m_open.pop_back();
+    m_handler.OnEndElement(Wide(name), Line());
+  }
+
+  std::string OpenElement() const override { return m_open.empty() ? std::string() : m_open.back(); }
+
+ private:
+  CString Wide(std::string_view text) {
+    ReadKeptText(text, m_units);
+    return CString(m_units);
+  }
+  int Line() const;
+
+  XmlScanHandler& m_handler;
+  const XmlTextParser* m_parser = nullptr;
+  std::vector<std::string> m_open;  // the names of the elements that are open, outermost first
+  std::vector<XmlScanHandler::Attribute> m_attributes;
+  std::u16string m_units;
+};
+
+int IntLine(std::uint64_t line) {
+  return static_cast<int>(std::min<std::uint64_t>(line, std::numeric_limits<int>::max()));
+}
+
+int ScanSink::Line() const { return IntLine(m_parser->Line()); }
+
+}  // namespace
+
+HRESULT ScanXml(const CString& text, XmlScanHandler& handler, XmlFault& fault) {
+  ScanSink sink(handler);
+  XmlTextParser parser(sink);
+  sink.SetParser(parser);
+  XmlTextFault found;
+  if (parser.Parse(text.View(), found)) return S_OK;
+  fault.line = IntLine(found.line);
+  fault.reason = std::move(found.reason);
+  return S_FALSE;
+}
+
+}  // namespace ondrel::platform

@@ -1,0 +1,54 @@
+// Memory that is taken piece by piece and given back all at once, with its owner.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <new>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+namespace ondrel::platform {
+
+class Arena {
+ public:
+  Arena() = default;
+  Arena(const Arena&) = delete;
+  Arena& operator=(const Arena&) = delete;
+
+  /// Memory that lives as long as the arena. Raises std::bad_alloc.
+  void* Allocate(std::size_t size, std::size_t alignment) {
+    const std::size_t padding = -reinterpret_cast<std::uintptr_t>(m_next) & (alignment - 1);
+    if (m_left < padding || m_left - padding < size) return AllocateBlock(size);
+    void* const memory = m_next + padding;
+    m_next += padding + size;
+    m_left -= padding + size;
+    return memory;
+  }
+
+  /// An object that is never destroyed.
+  template <class Object, class... Arguments>
+  Object* New(Arguments&&... arguments) {
+    static_assert(std::is_trivially_destructible_v<Object>);
+    return new (Allocate(sizeof(Object), alignof(Object))) Object(std::forward<Arguments>(arguments)...);
+  }
+
+  /// A copy of `text`.
+  const char* Copy(std::string_view text);
+
+ private:
+  void* AllocateBlock(std::size_t size);
+
+  std::vector<std::unique_ptr<std::byte[]>> m_blocks;
+  std::byte* m_next = nullptr;
+  std::size_t m_left = 0;
+  std::size_t m_nextBlockSize = kFirstBlockSize;
+
+  // Blocks double from a page to a size at which the allocator's own cost no longer shows.
+  static constexpr std::size_t kFirstBlockSize = 4 * 1024;
+  static constexpr std::size_t kLargestBlockSize = 256 * 1024;
+};
+
+}  // namespace ondrel::platform

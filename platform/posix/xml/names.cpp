@@ -1,0 +1,108 @@
+// Element and attribute names of a document, kept once each.
+
+#include "xml/names.h"
+
+#include <algorithm>
+#include <cstring>
+#include <random>
+#include <utility>
+
+#include "com/unicode.h"
+
+namespace ondrel::platform {
+
+namespace {
+
+constexpr std::size_t kFirstSlots = 64;
+
+// A new number for each run: nobody can prepare a document whose names all fall into one slot.
+std::uint64_t Seed() {
+  static const std::uint64_t seed = [] {
+    std::random_device device;
+    return (std::uint64_t{device()} << 32) | device();
+  }();
+  return seed;
+}
+
+std::uint64_t Mix(std::uint64_t left, std::uint64_t right) {
+  __extension__ using Product = unsigned __int128;
+  const Product product = Product{left} * right;
+  return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
+}
+
+std::uint64_t HashOf(std::string_view text) {
+  constexpr std::uint64_t kOddBits = 0x9E3779B97F4A7C15;
+  std::uint64_t hash = Seed() ^ text.size();
+  while (!text.empty()) {
+    std::uint64_t word = 0;
+    const std::size_t taken = std::min(sizeof word, text.size());
+    std::memcpy(&word, text.data(), taken);
+    hash = Mix(hash ^ word, kOddBits ^ Seed());
+    text.remove_prefix(taken);
+  }
+  return hash;
+}
+
+struct Range {
+  char32_t first;
+  char32_t last;
+};
+
+constexpr Range kNameStart[] = {{'A', 'Z'},       {'_', '_'},       {'a', 'z'},        {0xC0, 0xD6},
+                                {0xD8, 0xF6},     {0xF8, 0x2FF},    {0x370, 0x37D},    {0x37F, 0x1FFF},
+                                {0x200C, 0x200D}, {0x2070, 0x218F}, {0x2C00, 0x2FEF},  {0x3001, 0xD7FF},
+                                {0xF900, 0xFDCF}, {0xFDF0, 0xFFFD}, {0x10000, 0xEFFFF}};
+constexpr Range kNameMore[] = {{'-', '.'}, {'0', '9'}, {0xB7, 0xB7}, {0x300, 0x36F}, {0x203F, 0x2040}};
+
+template <std::size_t Size>
+bool IsIn(const Range (&ranges)[Size], char32_t character) {
+  return std::any_of(std::begin(ranges), std::end(ranges),
+                     [character](const Range& range) { return character >= range.first && character <= range.last; });
+}
+
+}  // namespace
+
+const Name*& NameTable::Slot(std::uint64_t hash, std::string_view text) {
+  const std::size_t mask = m_slots.size() - 1;
+  std::size_t index = hash & mask;
+  while (m_slots[index] != nullptr && (m_slots[index]->hash != hash || m_slots[index]->text != text)) {
+    index = (index + 1) & mask;
+  }
+  return m_slots[index];
+}
+
+const Name* NameTable::Intern(std::string_view text) {
+  if (2 * (m_count + 1) > m_slots.size()) Grow();
+  const std::uint64_t hash = HashOf(text);
+  const Name*& slot = Slot(hash, text);
+  if (slot == nullptr) {
+    slot = m_arena.New<Name>(Name{&m_tree, hash, {m_arena.Copy(text), text.size()}});
+    ++m_count;
+  }
+  return slot;
+}
+
+const Name* NameTable::Find(std::string_view text) const {
+  return m_slots.empty() ? nullptr : const_cast<NameTable*>(this)->Slot(HashOf(text), text);
+}
+
+void NameTable::Grow() {
+  std::vector<const Name*> old(std::max(kFirstSlots, 2 * m_slots.size()));
+  old.swap(m_slots);
+  for (const Name* name : old) {
+    if (name != nullptr) Slot(name->hash, name->text) = name;
+  }
+}
+
+bool IsXmlName(std::u16string_view text) {
+  const char16_t* unit = text.data();
+  const char16_t* const end = unit + text.size();
+  if (unit == end || !IsIn(kNameStart, TakeUtf16(unit, end))) return false;
+  while (unit != end) {
+    const char32_t character = TakeUtf16(unit, end);
+    if (!IsIn(kNameStart, character) && !IsIn(kNameMore, character)) return false;
+  }
+  return true;
+}
+
+}  // namespace ondrel::platform

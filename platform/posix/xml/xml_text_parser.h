@@ -1,0 +1,98 @@
+// XML text, parsed: the only place that speaks with the Expat library.
+//
+// The text is UTF-16, so an encoding that it declares is ignored. A U+FEFF at its start and blanks before the
+// declaration are allowed, as Windows allows them. Beyond what makes a document well-formed, a text is refused when
+//   - a name's prefix is not declared (xmlns:prefix) at its place, or a name is no qualified name;
+//   - it declares an external entity, general or parameter, or an external document type: nothing outside is opened;
+//   - it declares more entities, or entities expand further, than the limits in the implementation allow.
+#pragma once
+
+#include <cstdint>
+#include <exception>
+#include <span>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include <ondrel/platform/os/types.h>
+
+struct XML_ParserStruct;
+
+namespace ondrel::platform {
+
+/// Receives a document's elements. Names and values are UTF-8, valid during the call. What is thrown stops the parsing
+/// and comes out of Parse.
+class ONDREL_OS_EXPORT XmlElementSink {
+ public:
+  struct Attribute {
+    std::string_view name;
+    std::string_view value;  ///< As XML normalises it, entities expanded.
+  };
+
+  virtual void OnStartElement(std::string_view name, std::span<const Attribute> attributes) = 0;
+  virtual void OnEndElement(std::string_view name) = 0;
+  /// The name of the element that is open, for messages to people; empty when the sink does not keep it.
+  virtual std::string OpenElement() const { return {}; }
+
+ protected:
+  ~XmlElementSink() = default;
+};
+
+/// Why a text is refused.
+struct XmlTextFault {
+  std::uint64_t line = 0;  ///< From 1.
+  std::string reason;      ///< In UTF-8, for people, without a closing stop.
+};
+
+/// Parses one text. No depth of nesting uses the stack.
+class ONDREL_OS_EXPORT XmlTextParser {
+ public:
+  explicit XmlTextParser(XmlElementSink& sink);
+  ~XmlTextParser();
+  XmlTextParser(const XmlTextParser&) = delete;
+  XmlTextParser& operator=(const XmlTextParser&) = delete;
+
+  /// True when the whole text is accepted. Otherwise `fault` says why; what was reported before stays reported. To be
+  /// called once. Raises std::bad_alloc and what the sink raises.
+  bool Parse(std::u16string_view text, XmlTextFault& fault);
+
+  /// The line of what is being reported, from 1. The parser counts the lines only when it is asked.
+  std::uint64_t Line() const;
+
+ private:
+  struct Callbacks;
+
+  bool ParseBlock(std::u16string_view block, bool last);
+  void StartElement(const char* name, const char** attributes);
+  void EndElement(const char* name);
+  void DeclareEntity(bool external);
+  void Refuse(std::string reason);
+  void Stop();
+  std::string ReasonOfError() const;
+  void OpenPrefixes();
+  void CheckPrefix(std::string_view name, std::size_t colon, bool isElement);
+  bool IsPrefixDeclared(std::string_view prefix) const;
+  void ClosePrefixes();
+
+  XmlElementSink& m_sink;
+  XML_ParserStruct* m_parser;
+  std::vector<XmlElementSink::Attribute> m_attributes;  // of the element that is being reported
+  std::uint64_t m_depth = 0;
+  std::uint64_t m_linesBefore = 0;  // lines that were skipped before the parser's first
+  unsigned m_entities = 0;
+  bool m_stopped = false;
+  std::string m_refusal;  // the reason when it is this class that refuses, not the library
+  std::uint64_t m_refusalLine = 0;
+  std::exception_ptr m_raised;
+
+  // Prefix declarations in force: how many of each, and at which depth each was made, innermost last.
+  struct DeclaredPrefix {
+    std::uint64_t depth;
+    std::string prefix;
+  };
+  std::unordered_map<std::string, std::uint64_t> m_declarations;
+  std::vector<DeclaredPrefix> m_openPrefixes;
+};
+
+}  // namespace ondrel::platform
