@@ -5,6 +5,7 @@
 #include <functional>
 #include <list>
 #include <map>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -66,7 +67,7 @@ class ONDREL_API CMMCObjectSet {
   /// The cookies of a node's children, ascending. A child with a negative cookie is never listed.
   std::list<__int64> GetChildNodes(__int64 parent);
   /// Adds a node under any parent, present or not. Its cookie, the largest of all nodes and dialogs plus one (0 in an empty
-  /// set), or -2 on failure.
+  /// set), or -2 on failure, also when the largest is 2^63 - 1.
   __int64 AddNewNode(__int64 parent, CString name, CMMCObjectParams::_eTypeNode type);
   /// Files a record under a cookie, as loaders do: the modified flag stays as it is, and the record's own cookie is not
   /// compared. 0 or 0x800700B7.
@@ -189,8 +190,9 @@ class ONDREL_API CMMCObjectSet {
   void SetModifiedFlag(int modified);
   /// A random file cookie that no file on disk has, never 0.
   __int64 GenerateFileCookie() const;
-  /// The cookie for a new object, or kNoCookie when there is none beyond the largest in use.
-  __int64 NextObjectCookie() const;
+  /// The cookie for a new object, or none when there is none beyond the largest in use. It may be any number, that of
+  /// kNoCookie too.
+  std::optional<__int64> NextObjectCookie() const;
   /// Files a record in the node tree or the dialog table and in the object index. 0 or 0x800700B7.
   HRESULT AddObject(ObjectStore& store, const ObjectStore::key_type& key, CMMCObjectParams&& params);
   /// The entry of a node, or of a dialog, with that cookie; the end of `store` when there is none in it.

@@ -22,11 +22,11 @@ __int64 CMMCObjectSet::GetDialog(CString name) const {
 
 __int64 CMMCObjectSet::AddNewDialog(CString name) {
   CSingleLock lock(&m_lock, TRUE);
-  const __int64 cookie = NextObjectCookie();
-  if (cookie == kNoCookie) return kNoCookie;
-  if (FAILED(AddDialog(cookie, CMMCObjectParams(cookie, std::move(name), CMMCObjectParams::eDialog)))) return kNoCookie;
+  const std::optional<__int64> cookie = NextObjectCookie();
+  if (!cookie) return kNoCookie;
+  if (FAILED(AddDialog(*cookie, CMMCObjectParams(*cookie, std::move(name), CMMCObjectParams::eDialog)))) return kNoCookie;
   SetModifiedFlag(TRUE);
-  return cookie;
+  return *cookie;
 }
 
 HRESULT CMMCObjectSet::AddDialog(__int64 cookie, CMMCObjectParams params) {

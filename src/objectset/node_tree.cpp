@@ -21,11 +21,11 @@ std::list<__int64> CMMCObjectSet::GetChildNodes(__int64 parent) {
 
 __int64 CMMCObjectSet::AddNewNode(__int64 parent, CString name, CMMCObjectParams::_eTypeNode type) {
   CSingleLock lock(&m_lock, TRUE);
-  const __int64 cookie = NextObjectCookie();
-  if (cookie == kNoCookie) return kNoCookie;
-  if (FAILED(AddNode(parent, cookie, CMMCObjectParams(cookie, std::move(name), type)))) return kNoCookie;
+  const std::optional<__int64> cookie = NextObjectCookie();
+  if (!cookie) return kNoCookie;
+  if (FAILED(AddNode(parent, *cookie, CMMCObjectParams(*cookie, std::move(name), type)))) return kNoCookie;
   SetModifiedFlag(TRUE);
-  return cookie;
+  return *cookie;
 }
 
 HRESULT CMMCObjectSet::AddNode(__int64 parent, __int64 cookie, CMMCObjectParams params) {

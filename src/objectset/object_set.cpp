@@ -50,10 +50,11 @@ void CMMCObjectSet::SetParams(__int64 cookie, const CMMCObjectParams* params) {
   SetModifiedFlag(TRUE);
 }
 
-__int64 CMMCObjectSet::NextObjectCookie() const {
+std::optional<__int64> CMMCObjectSet::NextObjectCookie() const {
   if (m_tables.objects.empty()) return 0;
   const __int64 largest = m_tables.objects.rbegin()->first;
-  return largest == std::numeric_limits<__int64>::max() ? kNoCookie : largest + 1;
+  if (largest == std::numeric_limits<__int64>::max()) return std::nullopt;
+  return largest + 1;
 }
 
 HRESULT CMMCObjectSet::AddObject(ObjectStore& store, const ObjectStore::key_type& key, CMMCObjectParams&& params) {

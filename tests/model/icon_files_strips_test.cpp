@@ -1,0 +1,325 @@
+// The two image strips of a set's icons: their geometry, their pixels, and the image indices that they leave.
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <map>
+#include <new>
+#include <string>
+#include <vector>
+
+#include <ondrel/MMCObjectSet.h>
+
+#include "support/archive_bytes.h"
+#include "support/model/icon_fixtures.h"
+#include "support/model/set_forms.h"
+#include "support/object_set_probe.h"
+
+namespace ondrel::test {
+namespace {
+
+using platform::UniqueBitmap;
+
+constexpr DWORD kKey = 0x00FF00FF;
+
+void InsertRecord(CMMCObjectSet& set, __int64 cookie, const std::string& icon) {
+  LoadingArchive archive(Cookie(cookie) + icon);
+  set.DeserializeIconFile(*archive);
+}
+
+/// The two strips of a set; their handles are deleted with them.
+struct Strips {
+  explicit Strips(CMMCObjectSet& set, DWORD colour = kKey) {
+    HBITMAP smallBitmap = nullptr;
+    HBITMAP largeBitmap = nullptr;
+    set.GetIconBitmapImages(colour, smallBitmap, largeBitmap);
+    small.reset(smallBitmap);
+    large.reset(largeBitmap);
+  }
+  UniqueBitmap small;
+  UniqueBitmap large;
+};
+
+BITMAP Geometry(const UniqueBitmap& bitmap) {
+  BITMAP geometry = {};
+  EXPECT_NE(GetObjectW(bitmap.get(), sizeof geometry, &geometry), 0);
+  return geometry;
+}
+
+std::string Pixels(const UniqueBitmap& bitmap) {
+  const BITMAP geometry = Geometry(bitmap);
+  std::string bytes(static_cast<std::size_t>(geometry.bmWidthBytes) * static_cast<std::size_t>(geometry.bmHeight), '?');
+  EXPECT_EQ(GetBitmapBits(bitmap.get(), static_cast<LONG>(bytes.size()), bytes.data()),
+            static_cast<LONG>(bytes.size()));
+  return bytes;
+}
+
+/// Three bytes of a 32-bit strip as a colour.
+DWORD ColourAt(const std::string& pixels, int width, int x, int y) {
+  const auto* const pixel = reinterpret_cast<const unsigned char*>(pixels.data()) + 4 * (y * width + x);
+  return DWORD{pixel[0]} << 16 | DWORD{pixel[1]} << 8 | DWORD{pixel[2]};
+}
+
+int IndexOf(const CMMCObjectSet& set, __int64 cookie) {
+  int image = -99;
+  set.GetIconFileImage(cookie, image);
+  return image;
+}
+
+TEST(IconFilesStrips, ThreeOrdinaryIconsStandSideBySideInCookieOrder) {
+  const TemporaryFolder folder;
+  CMMCObjectSet set(LeaveToSet);
+  std::map<__int64, IconPicture> large;
+  std::map<__int64, IconPicture> small;
+  for (const __int64 cookie : {30, 10, 20}) {
+    large[cookie] = PatternPicture(32, 32, cookie == 20 ? 24 : 32);
+    small[cookie] = PatternPicture(16, 16, cookie == 30 ? 8 : 32);
+    large[cookie].pixels[33] = static_cast<std::uint32_t>(cookie);
+    const CString path = WriteIcon(folder, std::to_string(cookie) + ".ico", {large[cookie], small[cookie]});
+    ASSERT_EQ(CMMCObjectSetProbe::InsertIconFile(set, path, cookie), S_OK);
+  }
+
+  const Strips strips(set);
+  const BITMAP smallGeometry = Geometry(strips.small);
+  EXPECT_EQ(smallGeometry.bmWidth, 48);
+  EXPECT_EQ(smallGeometry.bmHeight, 16);
+  EXPECT_EQ(smallGeometry.bmPlanes, 1);
+  EXPECT_EQ(smallGeometry.bmBitsPixel, 32);
+  const BITMAP largeGeometry = Geometry(strips.large);
+  EXPECT_EQ(largeGeometry.bmWidth, 96);
+  EXPECT_EQ(largeGeometry.bmHeight, 32);
+  EXPECT_EQ(largeGeometry.bmBitsPixel, 32);
+
+  const std::string largePixels = Pixels(strips.large);
+  const std::string smallPixels = Pixels(strips.small);
+  int index = 0;
+  for (const __int64 cookie : {10, 20, 30}) {
+    EXPECT_EQ(IndexOf(set, cookie), index) << cookie;
+    const auto expectPicture = [&](const IconPicture& picture, const std::string& pixels) {
+      for (int y = 0; y < picture.height; ++y) {
+        for (int x = 0; x < picture.width; ++x) {
+          ASSERT_EQ(ColourAt(pixels, 3 * picture.width, index * picture.width + x, y),
+                    picture.IsTransparent(x, y) ? kKey : ColourOf(picture, x, y))
+              << "icon " << cookie << ", " << picture.width << " wide, " << x << ", " << y;
+        }
+      }
+    };
+    expectPicture(large[cookie], largePixels);
+    expectPicture(small[cookie], smallPixels);
+    ++index;
+  }
+}
+
+TEST(IconFilesStrips, OneIconIsItsMaskedImagesByteForByte) {
+  CMMCObjectSet set(LeaveToSet);
+  InsertRecord(set, 7, TinyIconBytes());
+  const Strips strips(set, 0x00A1B2C3);
+  EXPECT_EQ(Hex(Pixels(strips.large)), Hex(FromHex("01 02 03 00  A1 B2 C3 00  A1 B2 C3 00  0D 0E 0F 00")));
+  EXPECT_EQ(Hex(Pixels(strips.small)), Hex(FromHex("A1 B2 C3 00")));
+  EXPECT_EQ(IndexOf(set, 7), 0);
+}
+
+TEST(IconFilesStrips, IconsFromAnImageAreDrawnToo) {
+  CMMCObjectSet set(LeaveToSet);
+  InsertRecord(set, 1, SolidIconBytes(1, 1, 0x00010203));
+  InsertRecord(set, 2, SolidIconBytes(1, 1, 0x00040506));
+  const Strips strips(set);
+  EXPECT_EQ(Hex(Pixels(strips.large)), "01 02 03 00 04 05 06 00");
+  EXPECT_EQ(Hex(Pixels(strips.small)), "01 02 03 00 04 05 06 00");
+}
+
+TEST(IconFilesStrips, ASetWithoutIconsHandsEmptyStripsToThePlatform) {
+  CMMCObjectSet set(LeaveToSet);
+  const auto before = platform::CountLiveHandles();
+  {
+    const Strips strips(set);
+    ASSERT_NE(strips.small, nullptr);
+    ASSERT_NE(strips.large, nullptr);
+    // What the platform makes of a bitmap without size.
+    EXPECT_EQ(Geometry(strips.small).bmWidth, 1);
+    EXPECT_EQ(Geometry(strips.small).bmHeight, 1);
+    EXPECT_EQ(Geometry(strips.small).bmBitsPixel, 1);
+    EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps + 2);
+  }
+  EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
+}
+
+TEST(IconFilesStrips, IndicesAreNotedAnew) {
+  CMMCObjectSet set(LeaveToSet);
+  InsertRecord(set, 5, SolidIconBytes(1, 1, 0));
+  EXPECT_EQ(IndexOf(set, 5), -99);
+  { const Strips strips(set); }
+  EXPECT_EQ(IndexOf(set, 5), 0);
+  InsertRecord(set, 2, SolidIconBytes(1, 1, 0));
+  { const Strips strips(set); }
+  EXPECT_EQ(IndexOf(set, 2), 0);
+  EXPECT_EQ(IndexOf(set, 5), 1);
+  CImageList list;
+  ASSERT_TRUE(list.Create(16, 16, ILC_COLOR32 | ILC_MASK, 0, 1));
+  set.GetIconImageList(16, 16, list);
+  EXPECT_EQ(IndexOf(set, 5), -99) << "the list has no image of it";
+  EXPECT_FALSE(set.IsModified());
+}
+
+TEST(IconFilesStrips, AWiderIconIsCutOffAtTheStripsEdge) {
+  CMMCObjectSet set(LeaveToSet);
+  InsertRecord(set, 1, SolidIconBytes(2, 1, 0x00010101));
+  InsertRecord(set, 2, SolidIconBytes(3, 2, 0x00020202));
+  const Strips strips(set);
+  EXPECT_EQ(Geometry(strips.large).bmWidth, 4);
+  EXPECT_EQ(Geometry(strips.large).bmHeight, 2);
+  // The second icon stands at its own width times 1, column 3, and one column of it fits.
+  EXPECT_EQ(Hex(Pixels(strips.large)), Hex(FromHex("01 01 01 00 01 01 01 00 00 00 00 00 02 02 02 00"
+                                                   "01 01 01 00 01 01 01 00 00 00 00 00 02 02 02 00")));
+  // The small strip is 2 x 1; the second icon's column is 2, outside.
+  EXPECT_EQ(Hex(Pixels(strips.small)), Hex(FromHex("01 01 01 00 00 00 00 00")));
+  EXPECT_EQ(IndexOf(set, 2), 1);
+}
+
+TEST(IconFilesStrips, ASmallerIconStandsAtItsOwnWidthTimesItsIndex) {
+  CMMCObjectSet set(LeaveToSet);
+  InsertRecord(set, 1, SolidIconBytes(2, 2, 0x00010101));
+  InsertRecord(set, 2, SolidIconBytes(1, 1, 0x00020202));
+  const Strips strips(set);
+  EXPECT_EQ(Hex(Pixels(strips.large)), Hex(FromHex("01 01 01 00 02 02 02 00 00 00 00 00 00 00 00 00"
+                                                   "01 01 01 00 01 01 01 00 00 00 00 00 00 00 00 00")))
+      << "over the first icon's second column";
+}
+
+TEST(IconFilesStrips, AFirstIconOfAnotherDepthGivesStripsOfThatDepthWithoutPixels) {
+  for (const unsigned depth : {1U, 4U, 8U, 16U, 24U}) {
+    CMMCObjectSet set(LeaveToSet);
+    const std::string ones(4 * depth / 8 * 2 + 8, '\xFF');
+    const std::string colour = BitmapBytes(8, 1, depth, depth, ones);
+    const std::string mask = BitmapBytes(8, 1, 2, 1, FromHex("FF 00"));
+    InsertRecord(set, 1, colour + mask + colour + mask);
+    InsertRecord(set, 2, SolidIconBytes(8, 8, 0x00FFFFFF));
+    InsertRecord(set, 3, SolidIconBytes(8, 8, 0x00FFFFFF));
+    const Strips strips(set);
+    ASSERT_NE(strips.large, nullptr) << depth << " bits";
+    EXPECT_EQ(Geometry(strips.large).bmWidth, 24) << depth << " bits";
+    EXPECT_EQ(Geometry(strips.large).bmBitsPixel, depth);
+    const std::string pixels = Pixels(strips.large);
+    EXPECT_EQ(Hex(pixels), Hex(std::string(pixels.size(), '\0'))) << depth << " bits";
+    EXPECT_EQ(IndexOf(set, 3), 2);
+  }
+}
+
+TEST(IconFilesStrips, RowsThatThePlatformPadsAreNotReadBeyondTheStrip) {
+  // 3 pixels of 8 bits: the strip's rows take 3 bytes, the platform's 4.
+  CMMCObjectSet set(LeaveToSet);
+  const std::string colour = BitmapBytes(3, 3, 3, 8, std::string(9, '\x11'));
+  InsertRecord(set, 1, colour + std::string(24, '\0') + colour + std::string(24, '\0'));
+  const Strips strips(set);
+  ASSERT_NE(strips.small, nullptr);
+  EXPECT_EQ(Geometry(strips.small).bmWidth, 3);
+  EXPECT_EQ(Hex(Pixels(strips.small)), Hex(std::string(12, '\0')));
+}
+
+TEST(IconFilesStrips, ALaterIconOfAnotherDepthIsBlackWhereItIsOpaque) {
+  CMMCObjectSet set(LeaveToSet);
+  InsertRecord(set, 1, SolidIconBytes(2, 2, 0x00010101));
+  const std::string colour = BitmapBytes(2, 2, 6, 24, std::string(12, '\xFF'));
+  const std::string mask = BitmapBytes(2, 2, 2, 1, FromHex("80 00  00 00"));
+  InsertRecord(set, 2, colour + mask + colour + mask);
+  const Strips strips(set, 0x00A1B2C3);
+  EXPECT_EQ(Hex(Pixels(strips.small)), Hex(FromHex("01 01 01 00 01 01 01 00 A1 B2 C3 00 00 00 00 00"
+                                                   "01 01 01 00 01 01 01 00 00 00 00 00 00 00 00 00")));
+}
+
+TEST(IconFilesStrips, DepthsThatThePlatformRefusesGiveNullHandlesAndTheReason) {
+  CMMCObjectSet set(LeaveToSet);
+  const std::string colour = BitmapBytes(8, 8, 2, 2, std::string(16, '\0'));  // no platform bitmap has 2 bits
+  InsertRecord(set, 1, colour + std::string(24, '\0') + colour + std::string(24, '\0'));
+  const auto before = platform::CountLiveHandles();
+  HBITMAP small = reinterpret_cast<HBITMAP>(&set);
+  HBITMAP large = reinterpret_cast<HBITMAP>(&set);
+  SetLastError(ERROR_SUCCESS);
+  set.GetIconBitmapImages(kKey, small, large);
+  EXPECT_EQ(small, nullptr);
+  EXPECT_EQ(large, nullptr);
+  EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
+  EXPECT_EQ(IndexOf(set, 1), 0) << "the indices are noted before the handles are made";
+}
+
+TEST(IconFilesStrips, AFailureOfTheLargeStripDeletesTheSmallOneAndKeepsTheReason) {
+  CMMCObjectSet set(LeaveToSet);
+  const std::string large = BitmapBytes(8, 8, 2, 2, std::string(16, '\0'));
+  const std::string small = BitmapBytes(1, 1, 4, 32, "1234");
+  InsertRecord(set, 1, large + std::string(24, '\0') + small + std::string(24, '\0'));
+  const auto before = platform::CountLiveHandles();
+  SetLastError(ERROR_SUCCESS);
+  const Strips strips(set);
+  const DWORD reason = GetLastError();
+  EXPECT_EQ(strips.small, nullptr);
+  EXPECT_EQ(strips.large, nullptr);
+  EXPECT_EQ(reason, ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
+}
+
+TEST(IconFilesStrips, HostileGeometryIsRefusedOrEmptyAndEndsQuickly) {
+  constexpr std::int64_t kMost = 0x7FFFFFFF;
+  struct Claim {
+    std::int64_t width, height;
+    unsigned depth;
+  };
+  for (const Claim& first : {Claim{kMost, kMost, 32}, Claim{kMost, 1, 32}, Claim{1, kMost, 32}, Claim{-1, 1, 32},
+                             Claim{-kMost - 1, -kMost - 1, 32}, Claim{1, -1, 1}, Claim{0, kMost, 32},
+                             Claim{0x40000000, 1, 1}, Claim{-2, -2, 32}, Claim{kMost, kMost, 0}}) {
+    const auto start = std::chrono::steady_clock::now();
+    CMMCObjectSet set(LeaveToSet);
+    const std::string hostile = BitmapBytes(first.width, first.height, 4, first.depth, "");
+    const std::string none(24, '\0');
+    InsertRecord(set, 1, hostile + none + hostile + none);
+    InsertRecord(set, 2, SolidIconBytes(2, 2, 0x00FFFFFF));
+    InsertRecord(set, 3, hostile + none + hostile + none);
+    const auto before = platform::CountLiveHandles();
+    try {
+      const Strips strips(set);
+      EXPECT_EQ(strips.small == nullptr, strips.large == nullptr);
+    } catch (const CMemoryException&) {
+    } catch (const std::bad_alloc&) {
+    }
+    EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps) << first.width << " x " << first.height;
+    EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5))
+        << first.width << " x " << first.height;
+  }
+}
+
+TEST(IconFilesStrips, HostileGeometryOfALaterIconEndsQuickly) {
+  constexpr std::int64_t kMost = 0x7FFFFFFF;
+  CMMCObjectSet set(LeaveToSet);
+  InsertRecord(set, 1, SolidIconBytes(2, 2, 0x00010101));
+  __int64 cookie = 2;
+  for (const std::int64_t width : {kMost, std::int64_t{-1}, -kMost - 1, std::int64_t{0}}) {
+    for (const std::int64_t height : {kMost, std::int64_t{-1}, -kMost - 1}) {
+      const std::string hostile = BitmapBytes(width, height, 4, 32, "");
+      InsertRecord(set, cookie++, hostile + std::string(24, '\0') + hostile + std::string(24, '\0'));
+    }
+  }
+  const auto start = std::chrono::steady_clock::now();
+  const Strips strips(set);
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
+  ASSERT_NE(strips.small, nullptr);
+  EXPECT_EQ(Geometry(strips.small).bmWidth, 26);
+  EXPECT_EQ(Geometry(strips.small).bmHeight, 2);
+  EXPECT_EQ(ColourAt(Pixels(strips.small), 26, 0, 0), 0x00010101U);
+  EXPECT_EQ(IndexOf(set, cookie - 1), 12);
+}
+
+TEST(IconFilesStrips, MoreIconsThanAStripHasRoomForAreRefused) {
+  CMMCObjectSet set(LeaveToSet);
+  // Two of 2^30 columns and no rows: the width of the strip does not fit a LONG.
+  const std::string wide = BitmapBytes(0x40000000, 0, 0, 32, "");
+  InsertRecord(set, 1, wide + std::string(24, '\0') + wide + std::string(24, '\0'));
+  InsertRecord(set, 2, wide + std::string(24, '\0') + wide + std::string(24, '\0'));
+  HBITMAP small = nullptr;
+  HBITMAP large = nullptr;
+  EXPECT_THROW(set.GetIconBitmapImages(kKey, small, large), CMemoryException);
+  EXPECT_EQ(small, nullptr);
+  EXPECT_EQ(large, nullptr);
+}
+
+}  // namespace
+}  // namespace ondrel::test
