@@ -1,4 +1,5 @@
-// An icon in two sizes: platform handles as long as it comes from a file, and a copy of its images for the object image.
+// An icon in two sizes: platform handles as long as it comes from a file, and a copy of its images for the object
+// image.
 #pragma once
 
 #include <ondrel/MMCObjectBitmap.h>
@@ -21,13 +22,13 @@ class ONDREL_API CMMCObjectIcon {
     CMMCObjectBitmap m_mask;    ///< 1 bit per pixel; a set bit marks a transparent pixel.
   };
 
-  CMMCObjectIcon();  ///< No handles, empty bitmaps.
+  CMMCObjectIcon();                                 ///< No handles, empty bitmaps.
   CMMCObjectIcon(CMMCObjectIcon&& other) noexcept;  ///< Takes the bitmaps and the handles.
   virtual ~CMMCObjectIcon();                        ///< Destroys the handles.
 
-  /// Takes the first icon of a file. 0, or the platform's status: 0x80070002 for a missing file, 0x80070005 for one that
-  /// may not be read, 0x80070714 for one without an icon, 0x8007000D for a damaged icon. After a failure the icon keeps
-  /// what it was given before the failure.
+  /// Takes the first icon of a file. 0, or the platform's status: 0x80070002 for a missing file, 0x80070005 for one
+  /// that may not be read, 0x80070714 for one without an icon, 0x8007000D for a damaged icon. After a failure the icon
+  /// keeps what it was given before the failure.
   HRESULT Construct(CString path);
 
   /// The handle whose area is nearer to cx * cy pixels, the large one in a tie; null when there is none. The icon keeps
@@ -35,13 +36,14 @@ class ONDREL_API CMMCObjectIcon {
   HICON GetIcon(int cx, int cy) const;
   /// The geometry and bits of the large or small colour image, valid as long as the icon and unchanged by it.
   const tagBITMAP& GetColourBitmap(bool large) const;
-  /// A copy of the colour image's geometry whose transparent pixels have the key colour and the others their own; all zero
-  /// when the colour image has not 32 bits per pixel. Raises as CMMCObjectBitmap::Construct.
+  /// A copy of the colour image's geometry whose transparent pixels have the key colour and the others their own; all
+  /// zero when the colour image has not 32 bits per pixel. Raises as CMMCObjectBitmap::Construct.
   CMMCObjectBitmap GetMaskedBitmap(bool large, DWORD colour) const;
   /// One pixel: the key colour where the mask is set, else the pixel of the colour image.
   DWORD GetPixel(bool large, int x, int y, DWORD colour) const;
 
-  /// Stores the bitmaps large colour, large mask, small colour, small mask; nothing else. Raises the archive's exceptions.
+  /// Stores the bitmaps large colour, large mask, small colour, small mask; nothing else. Raises the archive's
+  /// exceptions.
   void Serialize(CVellum& archive) const;
   /// Loads the four bitmaps. What was read before an exception is kept.
   void Deserialize(CVellum& archive);

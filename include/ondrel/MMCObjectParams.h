@@ -13,8 +13,8 @@
 /// it. The order of every list counts and is kept by copies, by the XML form and by the binary form; duplicates are
 /// allowed. A record has no lock: one thread at a time, or only readers.
 ///
-/// Cookies are signed 64-bit numbers. An object cookie names a node or dialog of a set; a file cookie names an icon file
-/// or a code file (script, style sheet, query file), and 0 means none.
+/// Cookies are signed 64-bit numbers. An object cookie names a node or dialog of a set; a file cookie names an icon
+/// file or a code file (script, style sheet, query file), and 0 means none.
 ///
 /// Copying and assigning raise std::bad_alloc when memory is short.
 class ONDREL_API CMMCObjectParams {
@@ -52,11 +52,11 @@ class ONDREL_API CMMCObjectParams {
   virtual void SetName(CString name);
   virtual CString GetName() const;  ///< The display name.
   virtual void SetIcon(__int64 fileCookie);
-  virtual __int64 GetIcon() const;              ///< The icon file.
-  virtual void SetNodeType(_eTypeNode type);    ///< Any value is kept, without a check.
+  virtual __int64 GetIcon() const;            ///< The icon file.
+  virtual void SetNodeType(_eTypeNode type);  ///< Any value is kept, without a check.
   virtual _eTypeNode GetNodeType() const;
-  /// The list setters take the argument's storage and leave it empty; handed the record's own list, they do nothing. The
-  /// getters give copies.
+  /// The list setters take the argument's storage and leave it empty; handed the record's own list, they do nothing.
+  /// The getters give copies.
   virtual void SetChildQueries(QueryList&& queries);
   virtual QueryList GetChildQueries() const;  ///< The queries that produce the node's children.
   virtual void SetMenuScript(__int64 fileCookie);
@@ -85,13 +85,13 @@ class ONDREL_API CMMCObjectParams {
   /// allocated.
   HRESULT Serialize(CComPtr<IXMLDOMDocument> document, CComPtr<IXMLDOMElement> element) const;
   /// Reads the record from an element. 0, or a failing status: 0x8007000D for a required attribute or element that is
-  /// missing, the status of VariantChangeType for text that does not convert, or a document call's. What was read before
-  /// a failure is kept. The three lists are added to, not replaced.
+  /// missing, the status of VariantChangeType for text that does not convert, or a document call's. What was read
+  /// before a failure is kept. The three lists are added to, not replaced.
   HRESULT Deserialize(CComPtr<IXMLDOMNode> node);
 
-  /// Stores the record: cookie (64 bits), name (text), icon (64), type (32), count (64) and pairs (text, 64) of the child
-  /// queries, menu script (64), count (64) and scripts (64 each); for the types HTML and Dialog alone also style sheet
-  /// (64), count (64) and pairs of the render queries. Raises the archive's exceptions.
+  /// Stores the record: cookie (64 bits), name (text), icon (64), type (32), count (64) and pairs (text, 64) of the
+  /// child queries, menu script (64), count (64) and scripts (64 each); for the types HTML and Dialog alone also style
+  /// sheet (64), count (64) and pairs of the render queries. Raises the archive's exceptions.
   void Serialize(CVellum& archive) const;
   /// Loads a record. What was read before an exception is kept; the three lists are added to, not replaced.
   void Deserialize(CVellum& archive);

@@ -18,13 +18,13 @@
 /// those added from disk share. Both are signed 64-bit numbers, in spaces of their own. The set owns every record, icon
 /// and code file's contents; lookups hand out pointers into it, valid until that entry changes.
 ///
-/// Threads: every public operation that reads or changes the definition holds the set's recursive lock for its whole run,
-/// but for IsModified, and but for saving and loading, which take it around each lookup alone: while a set is saved or
-/// loaded, no other thread may change it. Records are used outside the lock.
+/// Threads: every public operation that reads or changes the definition holds the set's recursive lock for its whole
+/// run, but for IsModified, and but for saving and loading, which take it around each lookup alone: while a set is
+/// saved or loaded, no other thread may change it. Records are used outside the lock.
 ///
-/// Statuses are HRESULT values: 0 on success; 0x800700B7 for a cookie, name or path that is taken; 0x80070490 for a cookie
-/// that names nothing; 0x800710D3 for a node with children. Where memory is short, std::bad_alloc or CMemoryException is
-/// raised; the lock is free again whatever leaves an operation.
+/// Statuses are HRESULT values: 0 on success; 0x800700B7 for a cookie, name or path that is taken; 0x80070490 for a
+/// cookie that names nothing; 0x800710D3 for a node with children. Where memory is short, std::bad_alloc or
+/// CMemoryException is raised; the lock is free again whatever leaves an operation.
 class ONDREL_API CMMCObjectSet {
  public:
   /// The parent cookie of top-level nodes. There is no record for it.
@@ -35,13 +35,13 @@ class ONDREL_API CMMCObjectSet {
   /// Named values; the names are ordered without regard to case.
   using Variables = std::map<CCaselessSortStringT<CString>, CComVariant>;
   /// Turns a code file's bytes into those that an object image holds. While an image is written, the variables are its
-  /// directory map: for every folder that code files lie in, with its closing separator, the cookie (VT_I8) of the first
-  /// of them.
+  /// directory map: for every folder that code files lie in, with its closing separator, the cookie (VT_I8) of the
+  /// first of them.
   using Transform = std::function<std::vector<char>(std::vector<char>, Variables)>;
   /// Gives the transform of the code file at a path.
   using TransformFactory = std::function<Transform(const WCHAR*)>;
-  /// May write a code file's contents to the archive itself, as exactly one byte vector, and return true; or return false,
-  /// having written nothing, and leave it to the set.
+  /// May write a code file's contents to the archive itself, as exactly one byte vector, and return true; or return
+  /// false, having written nothing, and leave it to the set.
   using CodeFileWriter = bool (*)(const WCHAR* path, CVellum& archive, Transform transform, Variables variables);
 
   /// An empty, unmodified set. `writer` must not be null. Raises COleException when the lock cannot be made.
@@ -56,8 +56,8 @@ class ONDREL_API CMMCObjectSet {
   /// cookie that names none. The address is valid until the entry is removed or the set is rebuilt (RemoveNode,
   /// RemoveDialog, MoveNodeDown, a load).
   bool GetParams(__int64 cookie, CMMCObjectParams*& params) const;
-  /// Replaces the stored record; nothing happens when the cookie names none. Only the record changes: the entry is still
-  /// found under its own cookie, and a dialog under its old name.
+  /// Replaces the stored record; nothing happens when the cookie names none. Only the record changes: the entry is
+  /// still found under its own cookie, and a dialog under its old name.
   void SetParams(__int64 cookie, const CMMCObjectParams* params);
   /// Whether an edit succeeded since the set was made, loaded or saved. Takes no lock.
   bool IsModified() const;
@@ -66,8 +66,8 @@ class ONDREL_API CMMCObjectSet {
 
   /// The cookies of a node's children, ascending. A child with a negative cookie is never listed.
   std::list<__int64> GetChildNodes(__int64 parent);
-  /// Adds a node under any parent, present or not. Its cookie, the largest of all nodes and dialogs plus one (0 in an empty
-  /// set), or -2 on failure, also when the largest is 2^63 - 1.
+  /// Adds a node under any parent, present or not. Its cookie, the largest of all nodes and dialogs plus one (0 in an
+  /// empty set), or -2 on failure, also when the largest is 2^63 - 1.
   __int64 AddNewNode(__int64 parent, CString name, CMMCObjectParams::_eTypeNode type);
   /// Files a record under a cookie, as loaders do: the modified flag stays as it is, and the record's own cookie is not
   /// compared. 0 or 0x800700B7.
@@ -95,23 +95,23 @@ class ONDREL_API CMMCObjectSet {
 
   // Code files. Paths are kept as they are given and compared exactly.
 
-  /// Adds a file by its path; it is read only when an object image is written. `cookie` receives the new file cookie, or 0
-  /// on failure. 0 or 0x800700B7.
+  /// Adds a file by its path; it is read only when an object image is written. `cookie` receives the new file cookie,
+  /// or 0 on failure. 0 or 0x800700B7.
   HRESULT AddCodeFile(CString path, Transform transform, __int64& cookie);
-  /// The cookies of the files on disk in the order of their paths, then of those in memory, ascending. A cookie that both
-  /// kinds have is listed twice.
+  /// The cookies of the files on disk in the order of their paths, then of those in memory, ascending. A cookie that
+  /// both kinds have is listed twice.
   std::list<__int64> GetCodeFiles();
   /// True, and a copy of the bytes, for a file in memory; false, and `contents` untouched, for any other.
   bool GetCodeFileContents(__int64 cookie, std::vector<char>& contents) const;
   /// True, and its path, for an icon file or code file on disk; false, and `path` untouched, for any other.
   bool GetFilePath(__int64 cookie, CString& path) const;
-  /// Stores the cookie (64 bits) and, as a byte vector, the file's bytes as the transform gives them, or what the writer
-  /// hook writes. Raises CArchiveException: cause 2 on a loading archive, cause 1 for a cookie that names no file on disk
-  /// (the cookie is stored by then); CFileException for a file that cannot be read; std::bad_function_call for an empty
-  /// transform; whatever the transform raises.
+  /// Stores the cookie (64 bits) and, as a byte vector, the file's bytes as the transform gives them, or what the
+  /// writer hook writes. Raises CArchiveException: cause 2 on a loading archive, cause 1 for a cookie that names no
+  /// file on disk (the cookie is stored by then); CFileException for a file that cannot be read; std::bad_function_call
+  /// for an empty transform; whatever the transform raises.
   void SerializeCodeFile(__int64 cookie, CVellum& archive, Transform transform, Variables variables) const;
-  /// Loads such a record as a file in memory. Raises CArchiveException, and COleException (0x800700B7) for a cookie that a
-  /// file in memory has.
+  /// Loads such a record as a file in memory. Raises CArchiveException, and COleException (0x800700B7) for a cookie
+  /// that a file in memory has.
   void DeserializeCodeFile(CVellum& archive);
 
   // Icon files. Paths are kept as they are given and compared exactly.
@@ -126,36 +126,37 @@ class ONDREL_API CMMCObjectSet {
   bool GetIconFile(__int64 cookie, const CMMCObjectIcon** icon) const;
   /// True, and the image index that the last image list or strips gave the file; false, and `image` untouched, without.
   bool GetIconFileImage(__int64 cookie, int& image) const;
-  /// Appends to `list` the handle of each icon file, ascending, that fits cx x cy pixels best, and notes the image indices
-  /// anew. Icons without handles (loaded from an object image) are left out.
+  /// Appends to `list` the handle of each icon file, ascending, that fits cx x cy pixels best, and notes the image
+  /// indices anew. Icons without handles (loaded from an object image) are left out.
   void GetIconImageList(int cx, int cy, CImageList& list);
-  /// Makes two strips with one image for each icon file side by side, ascending, transparent pixels in the key colour, and
-  /// notes the image indices anew. The sizes are those of the first icon; what of another icon does not fit is cut off.
-  /// The handles are the caller's to delete; both are null on failure, with the reason in GetLastError().
+  /// Makes two strips with one image for each icon file side by side, ascending, transparent pixels in the key colour,
+  /// and notes the image indices anew. The sizes are those of the first icon; what of another icon does not fit is cut
+  /// off. The handles are the caller's to delete; both are null on failure, with the reason in GetLastError().
   void GetIconBitmapImages(DWORD colour, HBITMAP& small, HBITMAP& large);
   /// Stores the cookie (64 bits) and the icon. Nothing at all for a cookie that names none. Raises the archive's
   /// exceptions.
   void SerializeIconFile(__int64 cookie, CVellum& archive) const;
-  /// Loads such a record. Raises the archive's exceptions, and COleException (0x800700B7) for a cookie that is taken; the
-  /// set is unchanged then.
+  /// Loads such a record. Raises the archive's exceptions, and COleException (0x800700B7) for a cookie that is taken;
+  /// the set is unchanged then.
   void DeserializeIconFile(CVellum& archive);
 
   // Persistent forms. COM must be initialised on a thread that saves or loads a project file.
 
-  /// Saves the definition as an XML project file, or loads one, as the archive's direction says. Files whose paths begin
-  /// with the folder of the archive's file name (m_strFileName, up to its last backslash) are named relative to it.
-  /// `factory` is asked for the transform of each code file that is loaded; saving does not use it. On success the set is
-  /// unmodified. Every failure is raised: COleException with 0x8007000D for text that is no project, with 0x800700B7 for a
-  /// cookie, name or path that stands twice, or with the status of whatever failed; CMemoryException; the archive's
-  /// exceptions; std::bad_function_call for an empty factory. A failed load leaves the set exactly as it was.
+  /// Saves the definition as an XML project file, or loads one, as the archive's direction says. Files whose paths
+  /// begin with the folder of the archive's file name (m_strFileName, up to its last backslash) are named relative to
+  /// it. `factory` is asked for the transform of each code file that is loaded; saving does not use it. On success the
+  /// set is unmodified. Every failure is raised: COleException with 0x8007000D for text that is no project, with
+  /// 0x800700B7 for a cookie, name or path that stands twice, or with the status of whatever failed; CMemoryException;
+  /// the archive's exceptions; std::bad_function_call for an empty factory. A failed load leaves the set exactly as it
+  /// was.
   void SerializeProjectFile(CVellum& archive, TransformFactory factory);
 
-  /// Writes the definition as an object image, or loads one, as the archive's direction says. After success the modified
-  /// flag is set when `setModified` is not 0, then cleared when `clearModified` is not 0. Raises CArchiveException: cause 7
-  /// for more than one top-level node and for an image of another version, cause 1 for a record that went missing while
-  /// saving, cause 3 for an image that ends early; COleException (0x800700B7) for a cookie or name that stands twice;
-  /// everything SerializeCodeFile raises. A failed load leaves what was read up to the failure, or, when the head of the
-  /// image is refused, the set as it was.
+  /// Writes the definition as an object image, or loads one, as the archive's direction says. After success the
+  /// modified flag is set when `setModified` is not 0, then cleared when `clearModified` is not 0. Raises
+  /// CArchiveException: cause 7 for more than one top-level node and for an image of another version, cause 1 for a
+  /// record that went missing while saving, cause 3 for an image that ends early; COleException (0x800700B7) for a
+  /// cookie or name that stands twice; everything SerializeCodeFile raises. A failed load leaves what was read up to
+  /// the failure, or, when the head of the image is refused, the set as it was.
   void SerializeObjects(CVellum& archive, int setModified, int clearModified);
 
  private:
@@ -167,10 +168,10 @@ class ONDREL_API CMMCObjectSet {
 
   /// Everything that a load replaces.
   struct Tables {
-    ObjectStore nodes;                                          ///< (parent, cookie): siblings lie together, in order.
-    ObjectStore dialogs;                                        ///< (0, cookie)
+    ObjectStore nodes;    ///< (parent, cookie): siblings lie together, in order.
+    ObjectStore dialogs;  ///< (0, cookie)
     std::map<CString, __int64> dialogNames;
-    std::map<__int64, ObjectStore::iterator> objects;           ///< Where each node and dialog lies.
+    std::map<__int64, ObjectStore::iterator> objects;  ///< Where each node and dialog lies.
     IconPathTable iconPaths;
     std::map<__int64, IconPathTable::iterator> iconCookiePaths;
     std::map<__int64, CMMCObjectIcon> icons;
@@ -204,11 +205,11 @@ class ONDREL_API CMMCObjectSet {
   HRESULT InsertCodeFile(CString path, __int64 cookie, Transform transform);
   HRESULT InsertCodeFile(__int64 cookie, std::vector<char>&& contents);
 
-  /// Writes a node and its subtree as a "Node" element under `parent`. 0, 0x80070490 for a cookie that names none, or the
-  /// first failing status; a failing node's element stays out of the document.
+  /// Writes a node and its subtree as a "Node" element under `parent`. 0, 0x80070490 for a cookie that names none, or
+  /// the first failing status; a failing node's element stays out of the document.
   HRESULT SerializeNode(__int64 cookie, CComPtr<IXMLDOMDocument> document, CComPtr<IXMLDOMElement> parent);
-  /// Adds the "Node" children of every container, with their subtrees, under `parent`. 1 when everything was read, or the
-  /// first failing status.
+  /// Adds the "Node" children of every container, with their subtrees, under `parent`. 1 when everything was read, or
+  /// the first failing status.
   HRESULT DeserializeNodes(__int64 parent, CComPtr<IXMLDOMNodeList> containers);
   /// Writes, or reads and adds below `parent`, the image entry of a node and its subtree.
   void SerializeNode(__int64 cookie, CVellum& archive);

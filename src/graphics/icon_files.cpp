@@ -128,7 +128,9 @@ void CMMCObjectSet::GetIconBitmapImages(DWORD colour, HBITMAP& small, HBITMAP& l
   int index = 0;
   for (const auto& [cookie, icon] : m_tables.icons) {
     // Every icon stands at its own width times its index: a strip is meant for icons of one size.
-    const auto left = [&](bool ofLarge) { return static_cast<LONGLONG>(index) * icon.GetColourBitmap(ofLarge).bmWidth; };
+    const auto left = [&](bool ofLarge) {
+      return static_cast<LONGLONG>(index) * icon.GetColourBitmap(ofLarge).bmWidth;
+    };
     ondrel::DrawMasked(smallStrip, left(false), icon, false, colour);
     ondrel::DrawMasked(largeStrip, left(true), icon, true, colour);
     m_imageIndices.emplace(cookie, index++);

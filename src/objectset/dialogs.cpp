@@ -24,7 +24,8 @@ __int64 CMMCObjectSet::AddNewDialog(CString name) {
   CSingleLock lock(&m_lock, TRUE);
   const std::optional<__int64> cookie = NextObjectCookie();
   if (!cookie) return kNoCookie;
-  if (FAILED(AddDialog(*cookie, CMMCObjectParams(*cookie, std::move(name), CMMCObjectParams::eDialog)))) return kNoCookie;
+  if (FAILED(AddDialog(*cookie, CMMCObjectParams(*cookie, std::move(name), CMMCObjectParams::eDialog))))
+    return kNoCookie;
   SetModifiedFlag(TRUE);
   return *cookie;
 }

@@ -12,8 +12,8 @@ std::list<__int64> CMMCObjectSet::GetChildNodes(__int64 parent) {
   CSingleLock lock(&m_lock, TRUE);
   std::list<__int64> children;
   // From cookie 0 on: a child with a negative cookie is not listed, and so not saved either. Definitions rely on it.
-  for (auto node = m_tables.nodes.lower_bound({parent, 0});
-       node != m_tables.nodes.end() && node->first.first == parent; ++node) {
+  for (auto node = m_tables.nodes.lower_bound({parent, 0}); node != m_tables.nodes.end() && node->first.first == parent;
+       ++node) {
     children.push_back(node->first.second);
   }
   return children;

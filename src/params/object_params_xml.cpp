@@ -108,8 +108,8 @@ void ReadScripts(IXMLDOMNode* parent, CMMCObjectParams::ScriptList& scripts) {
       scripts.push_back(CMMCObjectParams::V_FILE_COOKIE(&file));
       status = elements->nextNode(&element);
     } else {
-      // Without a file the walk stays at this element, so the read does not end. Existing hosts rely on the walk going on
-      // only after a script was read; callers that take files from anywhere look for such an element first.
+      // Without a file the walk stays at this element, so the read does not end. Existing hosts rely on the walk going
+      // on only after a script was read; callers that take files from anywhere look for such an element first.
       status = S_OK;
     }
   }

@@ -11,8 +11,8 @@ HRESULT GetAttributes(IXMLDOMNode* node, CComPtr<IXMLDOMNamedNodeMap>& attribute
 /// Adds an attribute with the text of `value` to an element's attributes. 0 or the first failing status.
 HRESULT WriteAttribute(IXMLDOMDocument* document, IXMLDOMNamedNodeMap* attributes, BSTR name, const VARIANT& value);
 
-/// Looks an attribute up. S_OK with its text, converted to `type`, in `value`; S_FALSE when there is none; or the failing
-/// status.
+/// Looks an attribute up. S_OK with its text, converted to `type`, in `value`; S_FALSE when there is none; or the
+/// failing status.
 HRESULT FindAttribute(IXMLDOMNamedNodeMap* attributes, BSTR name, VARTYPE type, CComVariant& value);
 
 /// As FindAttribute, for an attribute that must be there: 0x8007000D when it is not.

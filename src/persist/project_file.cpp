@@ -40,8 +40,8 @@ CComPtr<IXMLDOMDocument> MakeDocument() {
   return document;
 }
 
-/// The folder of the archive's file name with its closing backslash; empty when the name has no backslash, so that every
-/// path begins with it.
+/// The folder of the archive's file name with its closing backslash; empty when the name has no backslash, so that
+/// every path begins with it.
 CString ProjectDirectory(const CVellum& archive) {
   return archive.m_strFileName.Left(archive.m_strFileName.ReverseFind(_T('\\')) + 1);
 }
@@ -147,8 +147,8 @@ void StoreStream(IStream* stream, CVellum& archive) {
   archive.Write(text.bytes, static_cast<UINT>(length));
 }
 
-/// The rest of the file under the archive, in one run. The file's length is taken as a claim: memory grows with the bytes
-/// that are there.
+/// The rest of the file under the archive, in one run. The file's length is taken as a claim: memory grows with the
+/// bytes that are there.
 std::string ReadFileText(CVellum& archive) {
   constexpr std::size_t kFirstBlock = std::size_t{1} << 20;
   const ULONGLONG length = archive.GetFile()->GetLength();

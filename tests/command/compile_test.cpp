@@ -167,17 +167,11 @@ TEST(Compile, ASecondTopLevelNodeIsRefusedWithItsLine) {
 }
 
 TEST(Compile, ATreeOfAnyDepthCompiles) {
-  constexpr int kDepth = 100'000;
   const ProjectFolder folder;
-  std::string text = "<Project><NodeGroup>";
-  for (int level = 0; level < kDepth; ++level) {
-    text += "<Node Cookie=\"" + std::to_string(level) + "\" Name=\"n\" Icon=\"0\" Type=\"List\"><MenuScript/><Nodes>";
-  }
-  for (int level = 0; level < kDepth; ++level) text += "</Nodes></Node>";
-  folder.WriteProject(text + "</NodeGroup></Project>");
+  folder.WriteProject(ChainProject(kDeepChain));
   const CommandResult result = folder.Compile();
   ExpectSuccess(result);
-  EXPECT_THAT(result.output, HasSubstr(": 100000 nodes, "));
+  EXPECT_THAT(result.output, HasSubstr(": " + std::to_string(kDeepChain) + " nodes, "));
 }
 
 }  // namespace

@@ -8,16 +8,13 @@
 #include <gmock/gmock.h>
 
 #include "support/icon_bytes.h"
+#include "support/sanitizers.h"
 
 namespace ondrel::test {
 namespace {
 
 // Bad input must be refused within a second. The sanitizers slow the program down and take their time at its end.
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
-constexpr std::chrono::milliseconds kLongestRefusal{5'000};
-#else
-constexpr std::chrono::milliseconds kLongestRefusal{1'000};
-#endif
+constexpr std::chrono::milliseconds kLongestRefusal{kSanitized ? 5'000 : 1'000};
 
 }  // namespace
 
@@ -29,6 +26,15 @@ std::string Lines(std::initializer_list<std::string_view> lines) {
 
 std::string SmallIconFile() {
   return IconFileBytes({SolidPicture(32, 32, 32, 0xFF0000), SolidPicture(16, 16, 24, 0x0000FF)});
+}
+
+std::string ChainProject(int nodes) {
+  std::string text = "<Project><NodeGroup>";
+  for (int level = 0; level < nodes; ++level) {
+    text += "<Node Cookie=\"" + std::to_string(level) + "\" Name=\"n\" Icon=\"0\" Type=\"List\"><MenuScript/><Nodes>";
+  }
+  for (int level = 0; level < nodes; ++level) text += "</Nodes></Node>";
+  return text + "</NodeGroup></Project>";
 }
 
 CommandLine ProjectFolder::Command(std::vector<std::string> arguments) const {

@@ -9,6 +9,7 @@
 #include <nlohmann/json.hpp>
 
 #include "support/run_command.h"
+#include "support/sanitizers.h"
 #include "support/temporary_folder.h"
 
 namespace ondrel::test {
@@ -21,6 +22,11 @@ std::string Lines(std::initializer_list<std::string_view> lines);
 
 /// An icon file with a red 32 x 32 image of 32 bits and a blue 16 x 16 one of 24 bits.
 std::string SmallIconFile();
+
+/// A project of nodes that are each the only child of the one before.
+std::string ChainProject(int nodes);
+/// Deep enough that recursion over the depth would end a program.
+inline constexpr int kDeepChain = kSanitized ? 20'000 : 100'000;
 
 /// The folder is the command's working folder.
 class ProjectFolder : public TemporaryFolder {

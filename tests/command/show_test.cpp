@@ -112,25 +112,19 @@ TEST(Show, ControlCharactersInANameOfAFileAreEscapedInErrors) {
 }
 
 TEST(Show, ATreeOfAnyDepthIsShown) {
-  constexpr int kDepth = 100'000;
   const ProjectFolder folder;
-  std::string text = "<Project><NodeGroup>";
-  for (int level = 0; level < kDepth; ++level) {
-    text += "<Node Cookie=\"" + std::to_string(level) + "\" Name=\"n\" Icon=\"0\" Type=\"List\"><MenuScript/><Nodes>";
-  }
-  for (int level = 0; level < kDepth; ++level) text += "</Nodes></Node>";
-  folder.WriteProject(text + "</NodeGroup></Project>");
+  folder.WriteProject(ChainProject(kDeepChain));
 
   const CommandResult drawn = folder.Show(kProjectName);
   ExpectSuccess(drawn);
-  EXPECT_THAT(drawn.output, HasSubstr("[level 99999] └─ n"));
+  EXPECT_THAT(drawn.output, HasSubstr("[level " + std::to_string(kDeepChain - 1) + "] └─ n"));
   EXPECT_LT(drawn.output.size(), 20'000'000U) << "branches as wide as the tree is deep";
 
   const nlohmann::json json = folder.Json(kProjectName);
   const nlohmann::json* nodes = &json["nodes"];
   int levels = 0;
   for (; nodes->size() == 1; ++levels) nodes = &(*nodes)[0]["children"];
-  EXPECT_EQ(levels, kDepth);
+  EXPECT_EQ(levels, kDeepChain);
 }
 
 }  // namespace

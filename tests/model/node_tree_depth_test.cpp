@@ -11,6 +11,7 @@
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
 #include "support/object_set_probe.h"
+#include "support/sanitizers.h"
 #include "support/small_stack.h"
 
 namespace ondrel::test {
@@ -22,11 +23,7 @@ constexpr std::size_t kStack = 256 * 1024;
 
 // The sanitizers watch every access to memory, and would take minutes for the full depth on a busy machine. A level
 // that took only two bytes of stack would still show.
-#if defined(__SANITIZE_THREAD__) || defined(__SANITIZE_ADDRESS__)
-constexpr __int64 kDepth = 150'000;
-#else
-constexpr __int64 kDepth = 1'000'000;
-#endif
+constexpr __int64 kDepth = kSanitized ? 100'000 : 1'000'000;
 
 void FillChain(CMMCObjectSet& set, __int64 depth = kDepth) {
   for (__int64 cookie = 0; cookie < depth; ++cookie) {

@@ -9,6 +9,7 @@
 #include "support/model/plain_set.h"
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
+#include "support/sanitizers.h"
 
 namespace ondrel::test {
 namespace {
@@ -117,7 +118,7 @@ std::string EditBoth(Arguments& arguments, CMMCObjectSet& set, PlainSet& plain, 
 }
 
 TEST(SetRandomEdits, AnswerAndLeaveWhatTheRulesSay) {
-  constexpr int kRuns = 60;
+  constexpr int kRuns = kSanitized ? 30 : 60;
   constexpr int kEdits = 120;
   Tally tally;
   for (std::uint32_t seed = 1; seed <= kRuns; ++seed) {
@@ -133,13 +134,13 @@ TEST(SetRandomEdits, AnswerAndLeaveWhatTheRulesSay) {
     }
   }
   // The runs are of use only when they met what they are for.
-  EXPECT_GT(tally.moves, 200);
-  EXPECT_GT(tally.refusedMoves, 50);
+  EXPECT_GT(tally.moves, 3 * kRuns);
+  EXPECT_GT(tally.refusedMoves, kRuns / 2);
 }
 
 /// A tree of nodes that mostly fit together, with more siblings than the runs above have.
 TEST(SetRandomEdits, MovesInWideTreesLeaveWhatTheRulesSay) {
-  constexpr int kRuns = 20;
+  constexpr int kRuns = kSanitized ? 8 : 20;
   constexpr int kNodes = 60;
   constexpr int kMoves = 40;
   int moved = 0;

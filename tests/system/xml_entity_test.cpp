@@ -9,9 +9,9 @@
 
 #include <chrono>
 
+#include "support/small_stack.h"
 #include "support/temporary_folder.h"
 #include "system/documents.h"
-#include "system/small_stack.h"
 
 namespace ondrel::test {
 namespace {
@@ -99,14 +99,14 @@ std::string Chain(int entities, const std::string& use) {
 }
 
 TEST(XmlEntities, AChainOfAsManyAsAreAllowedFitsASmallStack) {
-  RunOnSmallStack([] {
+  RunOnStack(kSmallStack, [] {
     const CComPtr<IXMLDOMDocument> document = Loaded(Chain(128, "<r a='&c127;'>&c127;</r>"));
     EXPECT_EQ(AttributeOf(RootOf(document), _T("a")), _T("end"));
   });
 }
 
 TEST(XmlEntities, MoreThanAreAllowedAreRefusedBeforeTheyCanNest) {
-  RunOnSmallStack([] {
+  RunOnStack(kSmallStack, [] {
     EXPECT_FALSE(IsAccepted(Chain(129, "<r/>")));
     EXPECT_FALSE(IsAccepted(Chain(200'000, "<r a='&c199999;'>&c199999;</r>")));
   });

@@ -5,8 +5,8 @@
 
 #include <ondrel/platform/xml_scan.h>
 
+#include "support/small_stack.h"
 #include "system/documents.h"
-#include "system/small_stack.h"
 #include "system/xml_texts.h"
 
 namespace ondrel::test {
@@ -117,7 +117,7 @@ TEST(XmlScan, LetsAHandlersExceptionThrough) {
 }
 
 TEST(XmlScan, BearsAnyDepth) {
-  RunOnSmallStack([] {
+  RunOnStack(kSmallStack, [] {
     constexpr int kDepth = 1'000'000;
     struct Counter : XmlScanHandler {
       void OnStartElement(const CString&, const std::vector<Attribute>&, int) override { ++starts; }
