@@ -70,11 +70,9 @@ HRESULT CMMCObjectSet::AddObject(ObjectStore& store, const ObjectStore::key_type
 }
 
 CMMCObjectSet::ObjectStore::iterator CMMCObjectSet::FindObject(ObjectStore& store, __int64 cookie) {
+  // A cookie stands in one of the two stores only, so its key is in the other one never.
   const auto object = m_tables.objects.find(cookie);
-  if (object == m_tables.objects.end()) return store.end();
-  const auto entry = store.find(object->second->first);
-  const bool inStore = entry != store.end() && &*entry == &*object->second;
-  return inStore ? entry : store.end();
+  return object == m_tables.objects.end() ? store.end() : store.find(object->second->first);
 }
 
 __int64 CMMCObjectSet::GenerateFileCookie() const {
