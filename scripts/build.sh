@@ -1,5 +1,10 @@
 # Sourced by the scripts beside it: building one preset, with one line that says so and the output only on failure.
 
+# Through sudo, what was built belongs to whoever the tree belongs to, so that they can go on without sudo.
+hand_over_build() {
+  [ "$(id -u)" -ne 0 ] || chown -R --reference=. build
+}
+
 # build_preset PRESET [TARGET...]
 build_preset() {
   local preset=$1
@@ -9,9 +14,12 @@ build_preset() {
   echo "Building $preset"
   local command=(cmake --build --preset "$preset" --parallel "$(nproc)")
   [ $# -eq 0 ] || command+=(--target "$@")
-  if ! { cmake --preset "$preset" && "${command[@]}"; } >"$log" 2>&1 </dev/null; then
+  local status=0
+  { cmake --preset "$preset" && "${command[@]}"; } >"$log" 2>&1 </dev/null || status=$?
+  hand_over_build
+  if [ "$status" -ne 0 ]; then
     tail -n 60 "$log" >&2
     echo "$(basename "$0"): building $preset failed; the whole output is in $log" >&2
-    return 1
   fi
+  return "$status"
 }
