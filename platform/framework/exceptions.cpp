@@ -4,7 +4,9 @@
 #include <algorithm>
 
 #include <ondrel/platform/com.h>
+#include <ondrel/platform/drive_letter.h>
 
+using ondrel::platform::HasDriveLetter;
 using ondrel::platform::ToUtf8;
 
 namespace {
@@ -88,12 +90,6 @@ std::string ArchiveMessage(int cause, LPCTSTR fileName) {
   }
 }
 
-bool HasDriveLetter(LPCTSTR fileName) {
-  if (fileName == nullptr || *fileName == 0) return false;
-  const auto letter = static_cast<WCHAR>(fileName[0] | 0x20);
-  return letter >= 'a' && letter <= 'z' && fileName[1] == ':';
-}
-
 std::string FileMessage(int cause, LPCTSTR fileName) {
   const std::string file = "the file" + QuotedName(fileName);
   switch (cause) {
@@ -102,7 +98,9 @@ std::string FileMessage(int cause, LPCTSTR fileName) {
     case CFileException::fileNotFound:
       return "cannot find " + file;
     case CFileException::badPath:
-      return (HasDriveLetter(fileName) ? "cannot reach the drive or folder of " : "cannot reach the folder of ") + file;
+      return (fileName != nullptr && HasDriveLetter(fileName) ? "cannot reach the drive or folder of "
+                                                              : "cannot reach the folder of ") +
+             file;
     case CFileException::tooManyOpenFiles:
       return "cannot open " + file + ": too many files are open";
     case CFileException::accessDenied:

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <new>
 
+#include <ondrel/platform/drive_letter.h>
 #include <ondrel/platform/program.h>
 
 #include "native_path.h"
@@ -20,18 +21,13 @@ std::string Line(const Location& where, const std::string& explanation, const st
   return line + Printable(std::string_view(explanation)) + " (" + status + ')';
 }
 
-bool HasDriveLetter(const CString& path) {
-  const WCHAR letter = path.GetAt(0) | 0x20;
-  return path.GetLength() >= 2 && path.GetAt(1) == ':' && letter >= 'a' && letter <= 'z';
-}
-
 bool IsNetworkPath(const CString& path) {
   return path.GetLength() >= 2 && path.GetAt(0) == '\\' && path.GetAt(1) == '\\';
 }
 
 std::string ExplainMissing(const CString& path) {
   if (path.IsEmpty()) return "the name is empty; give the file's name";
-  if (HasDriveLetter(path)) {
+  if (platform::HasDriveLetter(path.View())) {
     return "the drive " + Printable(path.Left(2)) +
            " cannot be reached from this system; name the file by a relative name";
   }

@@ -3,6 +3,8 @@
 
 #include <algorithm>
 
+#include <ondrel/platform/drive_letter.h>
+
 namespace ondrel::platform {
 namespace {
 
@@ -31,12 +33,6 @@ void AppendUtf8(char32_t character, std::string& bytes) {
     bytes += continuation(6);
     bytes += continuation(0);
   }
-}
-
-bool HasDriveLetter(std::basic_string_view<WCHAR> path) {
-  if (path.size() < 2 || path[1] != ':') return false;
-  const WCHAR letter = path[0] | 0x20;
-  return letter >= 'a' && letter <= 'z';
 }
 
 }  // namespace
