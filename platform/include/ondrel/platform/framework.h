@@ -8,5 +8,6 @@
 #include <ondrel/platform/framework/exceptions.h>
 #include <ondrel/platform/framework/file.h>
 #include <ondrel/platform/framework/image_list.h>
+#include <ondrel/platform/framework/object.h>
 #include <ondrel/platform/framework/string.h>
 #include <ondrel/platform/framework/sync.h>

@@ -6,12 +6,13 @@
 #include <vector>
 
 #include <ondrel/platform/framework/exceptions.h>
+#include <ondrel/platform/framework/object.h>
 
 /// A file on disk. Positions and lengths are in bytes. Failures raise CFileException with the file's name.
 ///
 /// The operations are virtual in the framework's order; a class that stands for another source of bytes derives from
 /// CFile and overrides them.
-class FRAMEWORK_API CFile {
+class FRAMEWORK_API CFile : public CObject {
  public:
   enum OpenFlags : UINT {
     modeRead = 0x0000,
@@ -34,9 +35,7 @@ class FRAMEWORK_API CFile {
   /// refused as access denied.
   CFile(LPCTSTR path, UINT flags);
   /// Closes an open file; a failure to close is not reported here, so a writer calls Close().
-  virtual ~CFile();
-  CFile(const CFile&) = delete;
-  CFile& operator=(const CFile&) = delete;
+  ~CFile() override;
 
   virtual ULONGLONG GetPosition() const;
   virtual CString GetFileName() const;     ///< The last part of the path.

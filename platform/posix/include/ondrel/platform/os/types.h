@@ -19,6 +19,9 @@ using HRESULT = std::int32_t;
 using LONGLONG = long long;
 using ULONGLONG = unsigned long long;
 using UINT_PTR = std::uintptr_t;
+using HANDLE = void*;
+using HINSTANCE = void*;
+using HMODULE = HINSTANCE;
 using __int64 = long long;  // NOLINT(bugprone-reserved-identifier): the name that the exported classes use
 
 using WCHAR = char16_t;
@@ -36,6 +39,8 @@ using LPCSTR = const char*;
 
 inline constexpr BOOL FALSE = 0;
 inline constexpr BOOL TRUE = 1;
+
+inline const HANDLE INVALID_HANDLE_VALUE = reinterpret_cast<HANDLE>(std::intptr_t{-1});
 
 inline constexpr HRESULT S_OK = 0;
 inline constexpr HRESULT S_FALSE = 1;
