@@ -17,3 +17,16 @@ if(ONDREL_SANITIZE)
   add_compile_options(-fsanitize=${ONDREL_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${ONDREL_SANITIZE})
 endif()
+
+# Libraries of Windows carry no "lib" before their names, and find those that they need beside them: the compiler's
+# runtime, which the libraries and their hosts share, lies there too.
+set(ONDREL_RUNTIME_LIBRARIES "")
+if(MINGW)
+  set(CMAKE_SHARED_LIBRARY_PREFIX "")
+  foreach(library libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${library} OUTPUT_VARIABLE path
+                    OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    list(APPEND ONDREL_RUNTIME_LIBRARIES ${path})
+  endforeach()
+  file(COPY ${ONDREL_RUNTIME_LIBRARIES} DESTINATION ${CMAKE_RUNTIME_OUTPUT_DIRECTORY} FOLLOW_SYMLINK_CHAIN)
+endif()

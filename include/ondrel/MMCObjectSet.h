@@ -132,7 +132,7 @@ class ONDREL_API CMMCObjectSet {
   /// Makes two strips with one image for each icon file side by side, ascending, transparent pixels in the key colour,
   /// and notes the image indices anew. The sizes are those of the first icon; what of another icon does not fit is cut
   /// off. The handles are the caller's to delete; both are null on failure, with the reason in GetLastError().
-  void GetIconBitmapImages(DWORD colour, HBITMAP& small, HBITMAP& large);
+  void GetIconBitmapImages(DWORD colour, HBITMAP& smallStrip, HBITMAP& largeStrip);
   /// Stores the cookie (64 bits) and the icon. Nothing at all for a cookie that names none. Raises the archive's
   /// exceptions.
   void SerializeIconFile(__int64 cookie, CVellum& archive) const;
@@ -218,8 +218,8 @@ class ONDREL_API CMMCObjectSet {
   void StoreProject(CVellum& archive);
   void LoadProject(CVellum& archive, const TransformFactory& factory);
   HRESULT ReadProject(IXMLDOMDocument* document, const CString& directory, const TransformFactory& factory);
-  void StoreImage(CVellum& archive);
-  void LoadImage(CVellum& archive);
+  void StoreObjectImage(CVellum& archive);
+  void LoadObjectImage(CVellum& archive);
   /// Writes the record of a node or dialog; raises CArchiveException with cause 1 when there is none.
   void StoreRecord(__int64 cookie, CVellum& archive) const;
 

@@ -10,6 +10,7 @@ using namespace ondrel::platform;
 namespace {
 
 constexpr UINT kAccessMask = 0x0003;
+constexpr UINT kSharingMask = 0x0070;
 
 // The position behind the last separator of folders.
 std::size_t LastPart(std::basic_string_view<WCHAR> path) {
@@ -25,6 +26,22 @@ OsAccess AccessOf(UINT flags) {
       return OsAccess::write;
     case CFile::modeReadWrite:
       return OsAccess::readWrite;
+    default:
+      AfxThrowInvalidArgException();
+  }
+}
+
+OsSharing SharingOf(UINT flags) {
+  switch (flags & kSharingMask) {
+    case CFile::shareCompat:
+    case CFile::shareExclusive:
+      return OsSharing::nothing;
+    case CFile::shareDenyWrite:
+      return OsSharing::reading;
+    case CFile::shareDenyRead:
+      return OsSharing::writing;
+    case CFile::shareDenyNone:
+      return OsSharing::everything;
     default:
       AfxThrowInvalidArgException();
   }
@@ -137,17 +154,18 @@ void CFile::Close() {
 UINT CFile::GetBufferPtr(UINT, UINT, void**, void**) { return 0; }
 
 void CFile::Attach(std::intptr_t file, LPCTSTR path) {
-  m_file = file;
   m_strFileName = CString(path);
+  m_file = file;
 }
 
 BOOL CFile::OpenOrExplain(LPCTSTR path, UINT flags, int& cause, LONG& osError) {
   if (path == nullptr) AfxThrowInvalidArgException();
   const OsAccess access = AccessOf(flags);
+  const OsSharing sharing = SharingOf(flags);
   CFile::Abort();
   CString name(path);
   OsFile file = kNoOsFile;
-  if (const DWORD code = OpenOsFile(path, access, CreationOf(flags), file); code != ERROR_SUCCESS) {
+  if (const DWORD code = OpenOsFile(path, access, sharing, CreationOf(flags), file); code != ERROR_SUCCESS) {
     osError = static_cast<LONG>(code);
     cause = CFileException::OsErrorToException(osError);
     return FALSE;

@@ -118,35 +118,35 @@ void CMMCObjectSet::GetIconImageList(int cx, int cy, CImageList& list) {
   }
 }
 
-void CMMCObjectSet::GetIconBitmapImages(DWORD colour, HBITMAP& small, HBITMAP& large) {
+void CMMCObjectSet::GetIconBitmapImages(DWORD colour, HBITMAP& smallStrip, HBITMAP& largeStrip) {
   CSingleLock lock(&m_lock, TRUE);
-  small = nullptr;
-  large = nullptr;
+  smallStrip = nullptr;
+  largeStrip = nullptr;
   m_imageIndices.clear();
-  CMMCObjectBitmap smallStrip = MakeStrip(m_tables.icons, false);
-  CMMCObjectBitmap largeStrip = MakeStrip(m_tables.icons, true);
+  CMMCObjectBitmap smallPixels = MakeStrip(m_tables.icons, false);
+  CMMCObjectBitmap largePixels = MakeStrip(m_tables.icons, true);
   int index = 0;
   for (const auto& [cookie, icon] : m_tables.icons) {
     // Every icon stands at its own width times its index: a strip is meant for icons of one size.
     const auto left = [&](bool ofLarge) {
       return static_cast<LONGLONG>(index) * icon.GetColourBitmap(ofLarge).bmWidth;
     };
-    ondrel::DrawMasked(smallStrip, left(false), icon, false, colour);
-    ondrel::DrawMasked(largeStrip, left(true), icon, true, colour);
+    ondrel::DrawMasked(smallPixels, left(false), icon, false, colour);
+    ondrel::DrawMasked(largePixels, left(true), icon, true, colour);
     m_imageIndices.emplace(cookie, index++);
   }
 
-  UniqueBitmap smallBitmap = MakePlatformBitmap(smallStrip);
+  UniqueBitmap smallBitmap = MakePlatformBitmap(smallPixels);
   UniqueBitmap largeBitmap;
-  if (smallBitmap != nullptr) largeBitmap = MakePlatformBitmap(largeStrip);
+  if (smallBitmap != nullptr) largeBitmap = MakePlatformBitmap(largePixels);
   if (smallBitmap == nullptr || largeBitmap == nullptr) {
     const DWORD reason = GetLastError();
     smallBitmap.reset();
     SetLastError(reason);  // deleting may have changed it
     return;
   }
-  small = smallBitmap.release();
-  large = largeBitmap.release();
+  smallStrip = smallBitmap.release();
+  largeStrip = largeBitmap.release();
 }
 
 void CMMCObjectSet::SerializeIconFile(__int64 cookie, CVellum& archive) const {

@@ -87,23 +87,23 @@ CMMCObjectIcon::~CMMCObjectIcon() {
 
 HRESULT CMMCObjectIcon::Construct(CString path) {
   HICON large = nullptr;
-  HICON small = nullptr;
-  const UINT extracted = ExtractIconExW(path, kFirstIcon, &large, &small, kOneIcon);
+  HICON smallIcon = nullptr;
+  const UINT extracted = ExtractIconExW(path, kFirstIcon, &large, &smallIcon, kOneIcon);
   if (extracted == 0 || extracted == kUnreadableFile) return LastErrorStatus();
   m_largeIcon.reset(large);
-  m_smallIcon.reset(small);
+  m_smallIcon.reset(smallIcon);
   const HRESULT status = CopyIcon(large, m_large);
-  return FAILED(status) ? status : CopyIcon(small, m_small);
+  return FAILED(status) ? status : CopyIcon(smallIcon, m_small);
 }
 
 HICON CMMCObjectIcon::GetIcon(int cx, int cy) const {
   const Size large = Measure(m_largeIcon.get());
-  const Size small = Measure(m_smallIcon.get());
-  if (large.IsEmpty()) return small.IsEmpty() ? nullptr : m_smallIcon.get();
-  if (small.IsEmpty()) return m_largeIcon.get();
+  const Size smallIcon = Measure(m_smallIcon.get());
+  if (large.IsEmpty()) return smallIcon.IsEmpty() ? nullptr : m_smallIcon.get();
+  if (smallIcon.IsEmpty()) return m_largeIcon.get();
   const int area = static_cast<int>(static_cast<unsigned>(cx) * static_cast<unsigned>(cy));
   // Not "small unless large is nearer": with an area of 0 neither comparison holds, and the large icon is the answer.
-  return Distance(large, area) > Distance(small, area) ? m_smallIcon.get() : m_largeIcon.get();
+  return Distance(large, area) > Distance(smallIcon, area) ? m_smallIcon.get() : m_largeIcon.get();
 }
 
 const tagBITMAP& CMMCObjectIcon::GetColourBitmap(bool large) const { return Images(large).m_colour; }

@@ -25,15 +25,15 @@ CString FolderOf(const CString& path) {
 
 void CMMCObjectSet::SerializeObjects(CVellum& archive, int setModified, int clearModified) {
   if (archive.IsStoring()) {
-    StoreImage(archive);
+    StoreObjectImage(archive);
   } else {
-    LoadImage(archive);
+    LoadObjectImage(archive);
   }
   if (setModified != 0) SetModifiedFlag(TRUE);
   if (clearModified != 0) SetModifiedFlag(FALSE);
 }
 
-void CMMCObjectSet::StoreImage(CVellum& archive) {
+void CMMCObjectSet::StoreObjectImage(CVellum& archive) {
   const std::list<__int64> topNodes = GetChildNodes(RootNode);
   if (topNodes.size() > kMostTopNodes) AfxThrowArchiveException(CArchiveException::badSchema);
   archive << kSetVersion << kRecordVersion;
@@ -85,7 +85,7 @@ void CMMCObjectSet::SerializeNode(__int64 cookie, CVellum& archive) {
   }
 }
 
-void CMMCObjectSet::LoadImage(CVellum& archive) {
+void CMMCObjectSet::LoadObjectImage(CVellum& archive) {
   DWORD setVersion = 0;
   DWORD recordVersion = 0;
   archive >> setVersion >> recordVersion;

@@ -16,6 +16,7 @@ using ondrel::kNotFound;
 using ondrel::ReadAttribute;
 using ondrel::TextOf;
 using ondrel::WriteAttribute;
+using ondrel::platform::CreateDocument;
 using ondrel::platform::GetContentHandler;
 
 namespace {
@@ -36,7 +37,7 @@ constexpr BstrLiteral kPath(_T("Path"));
 
 CComPtr<IXMLDOMDocument> MakeDocument() {
   CComPtr<IXMLDOMDocument> document;
-  AtlThrowIfFailed(document.CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_INPROC_SERVER));
+  AtlThrowIfFailed(CreateDocument(&document));
   return document;
 }
 

@@ -42,10 +42,10 @@ Extraction ExtractImage(const std::string& image) {
 TEST(DamagedIcon, EveryTruncationEndsInItsStatus) {
   for (const int bits : {1, 8, 32}) {
     const IconPicture large = PatternPicture(32, 32, bits);
-    const IconPicture small = PatternPicture(16, 16, bits);
-    const std::string file = IconFileBytes({large, small});
+    const IconPicture smallIcon = PatternPicture(16, 16, bits);
+    const std::string file = IconFileBytes({large, smallIcon});
     const std::size_t directoryEnd = kFileHeaderBytes + 2 * kEntryBytes;
-    const std::size_t smallColourEnd = directoryEnd + ImageBytes(large).size() + BytesBeforeMask(small);
+    const std::size_t smallColourEnd = directoryEnd + ImageBytes(large).size() + BytesBeforeMask(smallIcon);
     const TemporaryFolder folder;
     const std::filesystem::path path = folder.Write("cut.ico", file);
     for (std::size_t length = file.size(); length-- > 0;) {
@@ -65,8 +65,8 @@ TEST(DamagedIcon, EveryTruncationEndsInItsStatus) {
 
 TEST(DamagedIcon, EveryHeaderByteSetToAnExtremeEndsInAStatusOrAnIcon) {
   const IconPicture large = PatternPicture(32, 32, 4);
-  const IconPicture small = PatternPicture(16, 16, 24);
-  const std::string file = IconFileBytes({large, small});
+  const IconPicture smallIcon = PatternPicture(16, 16, 24);
+  const std::string file = IconFileBytes({large, smallIcon});
   const std::size_t directoryEnd = kFileHeaderBytes + 2 * kEntryBytes;
   const std::size_t smallStart = directoryEnd + ImageBytes(large).size();
   std::vector<std::size_t> offsets;

@@ -13,8 +13,8 @@ namespace {
 struct Choice {
   const char* name;
   std::vector<IconPicture> pictures;
-  std::size_t large;  // the picture expected at 32 x 32
-  std::size_t small;  // and at 16 x 16
+  std::size_t large;      // the picture expected at 32 x 32
+  std::size_t smallIcon;  // and at 16 x 16
 };
 
 // One-colour pictures, so that scaling cannot blur which of them is shown.
@@ -30,7 +30,7 @@ TEST_P(IconChoice, TakesTheBestForEachSize) {
   const Extraction extraction = ExtractIconsOf(IconFileBytes({choice.pictures.begin(), choice.pictures.end()}));
   ASSERT_TRUE(Succeeded(extraction));
   EXPECT_TRUE(Shows(extraction.large.get(), 32, choice.pictures[choice.large]));
-  EXPECT_TRUE(Shows(extraction.small.get(), 16, choice.pictures[choice.small]));
+  EXPECT_TRUE(Shows(extraction.smallIcon.get(), 16, choice.pictures[choice.smallIcon]));
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -56,13 +56,13 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(IconChoice, ImagesOwnHeaderDecidesAgainstTheDirectory) {
   const IconPicture large = Square(32, 32, 0x111111);
-  const IconPicture small = Square(16, 32, 0x222222);
+  const IconPicture smallIcon = Square(16, 32, 0x222222);
   // Each is said to have the size of the other.
   const Extraction extraction = ExtractIconsOf(
-      IconFileBytes({StoredImage(16, 16, 1, ImageBytes(large)), StoredImage(32, 32, 1, ImageBytes(small))}));
+      IconFileBytes({StoredImage(16, 16, 1, ImageBytes(large)), StoredImage(32, 32, 1, ImageBytes(smallIcon))}));
   ASSERT_TRUE(Succeeded(extraction));
   EXPECT_TRUE(Shows(extraction.large.get(), 32, large));
-  EXPECT_TRUE(Shows(extraction.small.get(), 16, small));
+  EXPECT_TRUE(Shows(extraction.smallIcon.get(), 16, smallIcon));
 }
 
 TEST(IconChoice, ImagesOwnDepthDecidesAgainstTheDirectory) {
@@ -88,7 +88,7 @@ TEST(IconChoice, ImageOf256PixelsIsScaled) {
   const Extraction extraction = ExtractIconsOf(IconFileBytes({picture}));
   ASSERT_TRUE(Succeeded(extraction));
   EXPECT_TRUE(Shows(extraction.large.get(), 32, picture));
-  EXPECT_TRUE(Shows(extraction.small.get(), 16, picture));
+  EXPECT_TRUE(Shows(extraction.smallIcon.get(), 16, picture));
 }
 
 TEST(IconChoice, DamagedImageThatIsNotChosenDoesNoHarm) {

@@ -30,7 +30,7 @@ std::string MonochromeFile() {
 TEST(IconDepth, ReadsAFileWrittenOutByHand) {
   const Extraction extraction = ExtractIconsOf(MonochromeFile());
   ASSERT_TRUE(Succeeded(extraction));
-  const IconContents icon = ReadIcon(extraction.small.get());
+  const IconContents icon = ReadIcon(extraction.smallIcon.get());
   constexpr PixelBytes kFirst = {0x10, 0x20, 0x30, 0};
   constexpr PixelBytes kSecond = {0xA0, 0xB0, 0xC0, 0};
   for (int x = 0; x < 16; ++x) {
@@ -55,7 +55,7 @@ TEST_P(IconDepthOf, GivesColoursAndMaskInBothSizes) {
   const Extraction extraction = ExtractIconsOf(IconFileBytes({picture}));
   ASSERT_TRUE(Succeeded(extraction));
   EXPECT_TRUE(Shows(extraction.large.get(), 32, picture));
-  EXPECT_TRUE(Shows(extraction.small.get(), 16, picture));
+  EXPECT_TRUE(Shows(extraction.smallIcon.get(), 16, picture));
 }
 
 std::string NameOfForm(const testing::TestParamInfo<DepthSizeAndOrder>& info) {

@@ -67,7 +67,7 @@ TEST(IconHandle, ShortMemoryEndsInAStatusWhereverItStrikes) {
   const TemporaryFolder folder;
   const CString path = Wide(folder.Write("a.ico", GoodFile()));
   HICON large = nullptr;
-  HICON small = nullptr;
+  HICON smallIcon = nullptr;
   long failures = 0;
   for (bool failed = true; failed; ++failures) {
     SetLastError(ERROR_SUCCESS);
@@ -75,7 +75,7 @@ TEST(IconHandle, ShortMemoryEndsInAStatusWhereverItStrikes) {
     DWORD error = 0;
     {
       const FailingAllocation failing(failures);
-      result = ExtractIconExW(path, 0, &large, &small, 1);
+      result = ExtractIconExW(path, 0, &large, &smallIcon, 1);
       error = GetLastError();
       failed = failing.HasFailed();
     }
@@ -86,12 +86,12 @@ TEST(IconHandle, ShortMemoryEndsInAStatusWhereverItStrikes) {
     EXPECT_NE(result, kIconExtracted) << "allocation " << failures;
     EXPECT_EQ(error, ERROR_OUTOFMEMORY) << "allocation " << failures;
     EXPECT_EQ(large, nullptr) << "allocation " << failures;
-    EXPECT_EQ(small, nullptr) << "allocation " << failures;
+    EXPECT_EQ(smallIcon, nullptr) << "allocation " << failures;
     EXPECT_EQ(platform::CountLiveHandles().icons, 0) << "allocation " << failures;
   }
   EXPECT_GT(failures, 5) << "the sweep passed few allocations";
   DestroyIcon(large);
-  DestroyIcon(small);
+  DestroyIcon(smallIcon);
 }
 
 TEST(IconHandle, ShortMemoryLeavesNoBitmap) {

@@ -36,10 +36,10 @@ IconContents ReadIcon(HICON icon) {
 
 Extraction ExtractIcons(const std::filesystem::path& path) {
   HICON large = nullptr;
-  HICON small = nullptr;
+  HICON smallIcon = nullptr;
   SetLastError(ERROR_SUCCESS);
-  const UINT result = ExtractIconExW(Wide(path), 0, &large, &small, 1);
-  return {result, GetLastError(), platform::UniqueIcon(large), platform::UniqueIcon(small)};
+  const UINT result = ExtractIconExW(Wide(path), 0, &large, &smallIcon, 1);
+  return {result, GetLastError(), platform::UniqueIcon(large), platform::UniqueIcon(smallIcon)};
 }
 
 Extraction ExtractIconsOf(const std::string& bytes) {
@@ -79,20 +79,22 @@ testing::AssertionResult Shows(HICON icon, int size, const IconPicture& picture)
 }
 
 testing::AssertionResult Succeeded(const Extraction& extraction) {
-  if (extraction.result == kIconExtracted && extraction.large != nullptr && extraction.small != nullptr) {
+  if (extraction.result == kIconExtracted && extraction.large != nullptr && extraction.smallIcon != nullptr) {
     return testing::AssertionSuccess();
   }
   return testing::AssertionFailure() << "result " << extraction.result << ", last error " << extraction.error
-                                     << ", large " << extraction.large.get() << ", small " << extraction.small.get();
+                                     << ", large " << extraction.large.get() << ", small "
+                                     << extraction.smallIcon.get();
 }
 
 testing::AssertionResult FailedWith(const Extraction& extraction, UINT result, DWORD error) {
   if (extraction.result == result && extraction.error == error && extraction.large == nullptr &&
-      extraction.small == nullptr) {
+      extraction.smallIcon == nullptr) {
     return testing::AssertionSuccess();
   }
   return testing::AssertionFailure() << "result " << extraction.result << ", last error " << extraction.error
-                                     << ", large " << extraction.large.get() << ", small " << extraction.small.get();
+                                     << ", large " << extraction.large.get() << ", small "
+                                     << extraction.smallIcon.get();
 }
 
 }  // namespace ondrel::test

@@ -36,7 +36,7 @@ struct Extraction {
   UINT result = 0;
   DWORD error = ERROR_SUCCESS;  ///< The last error after the call; ERROR_SUCCESS when the call left none.
   platform::UniqueIcon large = {};
-  platform::UniqueIcon small = {};
+  platform::UniqueIcon smallIcon = {};
 };
 
 Extraction ExtractIcons(const std::filesystem::path& path);

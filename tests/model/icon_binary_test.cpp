@@ -41,10 +41,10 @@ TEST(IconBinary, AnIconFromAFileIsWrittenAsItsPicturesSay) {
   const TemporaryFolder folder;
   IconPicture large = SolidIcon(32, 0x00112233);
   large.transparent[0] = true;
-  IconPicture small = SolidIcon(16, 0x00445566);
-  small.transparent[15] = true;
+  IconPicture smallIcon = SolidIcon(16, 0x00445566);
+  smallIcon.transparent[15] = true;
   CMMCObjectIcon icon;
-  ASSERT_EQ(icon.Construct(WriteIcon(folder, "icon.ico", {large, small})), S_OK);
+  ASSERT_EQ(icon.Construct(WriteIcon(folder, "icon.ico", {large, smallIcon})), S_OK);
 
   std::string largePixels;
   for (int pixel = 0; pixel < 32 * 32; ++pixel) largePixels += FromHex("11 22 33 FF");

@@ -37,9 +37,9 @@ ListedImage ImageOf(const CImageList& list, int index) {
 
 class IconFilesImageList : public testing::Test {
  protected:
-  void Insert(CMMCObjectSet& set, __int64 cookie, DWORD large, DWORD small) {
+  void Insert(CMMCObjectSet& set, __int64 cookie, DWORD large, DWORD smallIcon) {
     const std::string name = std::to_string(cookie) + ".ico";
-    const CString path = WriteIcon(m_folder, name, {SolidIcon(32, large), SolidIcon(16, small)});
+    const CString path = WriteIcon(m_folder, name, {SolidIcon(32, large), SolidIcon(16, smallIcon)});
     ASSERT_EQ(CMMCObjectSetProbe::InsertIconFile(set, path, cookie), S_OK);
   }
 
@@ -71,12 +71,12 @@ TEST_F(IconFilesImageList, HoldsOneImageForEachFileInCookieOrder) {
 
 TEST_F(IconFilesImageList, TakesTheHandleThatFitsTheSize) {
   Insert(m_set, 1, 0x00010101, 0x00020202);
-  CImageList small;
-  ASSERT_TRUE(small.Create(16, 16, ILC_COLOR32 | ILC_MASK, 0, 1));
-  m_set.GetIconImageList(16, 16, small);
-  ASSERT_EQ(small.GetImageCount(), 1);
-  EXPECT_EQ(ImageOf(small, 0).colour, 0x00020202U);
-  EXPECT_EQ(ImageOf(small, 0).width, 16);
+  CImageList smallIcon;
+  ASSERT_TRUE(smallIcon.Create(16, 16, ILC_COLOR32 | ILC_MASK, 0, 1));
+  m_set.GetIconImageList(16, 16, smallIcon);
+  ASSERT_EQ(smallIcon.GetImageCount(), 1);
+  EXPECT_EQ(ImageOf(smallIcon, 0).colour, 0x00020202U);
+  EXPECT_EQ(ImageOf(smallIcon, 0).width, 16);
   CImageList large;
   ASSERT_TRUE(large.Create(16, 16, ILC_COLOR32 | ILC_MASK, 0, 1));
   m_set.GetIconImageList(32, 32, large);

@@ -33,10 +33,10 @@ struct Strips {
     HBITMAP smallBitmap = nullptr;
     HBITMAP largeBitmap = nullptr;
     set.GetIconBitmapImages(colour, smallBitmap, largeBitmap);
-    small.reset(smallBitmap);
+    smallIcon.reset(smallBitmap);
     large.reset(largeBitmap);
   }
-  UniqueBitmap small;
+  UniqueBitmap smallIcon;
   UniqueBitmap large;
 };
 
@@ -70,17 +70,17 @@ TEST(IconFilesStrips, ThreeOrdinaryIconsStandSideBySideInCookieOrder) {
   const TemporaryFolder folder;
   CMMCObjectSet set(LeaveToSet);
   std::map<__int64, IconPicture> large;
-  std::map<__int64, IconPicture> small;
+  std::map<__int64, IconPicture> smallIcon;
   for (const __int64 cookie : {30, 10, 20}) {
     large[cookie] = PatternPicture(32, 32, cookie == 20 ? 24 : 32);
-    small[cookie] = PatternPicture(16, 16, cookie == 30 ? 8 : 32);
+    smallIcon[cookie] = PatternPicture(16, 16, cookie == 30 ? 8 : 32);
     large[cookie].pixels[33] = static_cast<std::uint32_t>(cookie);
-    const CString path = WriteIcon(folder, std::to_string(cookie) + ".ico", {large[cookie], small[cookie]});
+    const CString path = WriteIcon(folder, std::to_string(cookie) + ".ico", {large[cookie], smallIcon[cookie]});
     ASSERT_EQ(CMMCObjectSetProbe::InsertIconFile(set, path, cookie), S_OK);
   }
 
   const Strips strips(set);
-  const BITMAP smallGeometry = Geometry(strips.small);
+  const BITMAP smallGeometry = Geometry(strips.smallIcon);
   EXPECT_EQ(smallGeometry.bmWidth, 48);
   EXPECT_EQ(smallGeometry.bmHeight, 16);
   EXPECT_EQ(smallGeometry.bmPlanes, 1);
@@ -91,7 +91,7 @@ TEST(IconFilesStrips, ThreeOrdinaryIconsStandSideBySideInCookieOrder) {
   EXPECT_EQ(largeGeometry.bmBitsPixel, 32);
 
   const std::string largePixels = Pixels(strips.large);
-  const std::string smallPixels = Pixels(strips.small);
+  const std::string smallPixels = Pixels(strips.smallIcon);
   int index = 0;
   for (const __int64 cookie : {10, 20, 30}) {
     EXPECT_EQ(IndexOf(set, cookie), index) << cookie;
@@ -105,7 +105,7 @@ TEST(IconFilesStrips, ThreeOrdinaryIconsStandSideBySideInCookieOrder) {
       }
     };
     expectPicture(large[cookie], largePixels);
-    expectPicture(small[cookie], smallPixels);
+    expectPicture(smallIcon[cookie], smallPixels);
     ++index;
   }
 }
@@ -115,7 +115,7 @@ TEST(IconFilesStrips, OneIconIsItsMaskedImagesByteForByte) {
   InsertRecord(set, 7, TinyIconBytes());
   const Strips strips(set, 0x00A1B2C3);
   EXPECT_EQ(Hex(Pixels(strips.large)), Hex(FromHex("01 02 03 00  A1 B2 C3 00  A1 B2 C3 00  0D 0E 0F 00")));
-  EXPECT_EQ(Hex(Pixels(strips.small)), Hex(FromHex("A1 B2 C3 00")));
+  EXPECT_EQ(Hex(Pixels(strips.smallIcon)), Hex(FromHex("A1 B2 C3 00")));
   EXPECT_EQ(IndexOf(set, 7), 0);
 }
 
@@ -125,7 +125,7 @@ TEST(IconFilesStrips, IconsFromAnImageAreDrawnToo) {
   InsertRecord(set, 2, SolidIconBytes(1, 1, 0x00040506));
   const Strips strips(set);
   EXPECT_EQ(Hex(Pixels(strips.large)), "01 02 03 00 04 05 06 00");
-  EXPECT_EQ(Hex(Pixels(strips.small)), "01 02 03 00 04 05 06 00");
+  EXPECT_EQ(Hex(Pixels(strips.smallIcon)), "01 02 03 00 04 05 06 00");
 }
 
 TEST(IconFilesStrips, ASetWithoutIconsHandsEmptyStripsToThePlatform) {
@@ -133,12 +133,12 @@ TEST(IconFilesStrips, ASetWithoutIconsHandsEmptyStripsToThePlatform) {
   const auto before = platform::CountLiveHandles();
   {
     const Strips strips(set);
-    ASSERT_NE(strips.small, nullptr);
+    ASSERT_NE(strips.smallIcon, nullptr);
     ASSERT_NE(strips.large, nullptr);
     // What the platform makes of a bitmap without size.
-    EXPECT_EQ(Geometry(strips.small).bmWidth, 1);
-    EXPECT_EQ(Geometry(strips.small).bmHeight, 1);
-    EXPECT_EQ(Geometry(strips.small).bmBitsPixel, 1);
+    EXPECT_EQ(Geometry(strips.smallIcon).bmWidth, 1);
+    EXPECT_EQ(Geometry(strips.smallIcon).bmHeight, 1);
+    EXPECT_EQ(Geometry(strips.smallIcon).bmBitsPixel, 1);
     EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps + 2);
   }
   EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
@@ -172,7 +172,7 @@ TEST(IconFilesStrips, AWiderIconIsCutOffAtTheStripsEdge) {
   EXPECT_EQ(Hex(Pixels(strips.large)), Hex(FromHex("01 01 01 00 01 01 01 00 00 00 00 00 02 02 02 00"
                                                    "01 01 01 00 01 01 01 00 00 00 00 00 02 02 02 00")));
   // The small strip is 2 x 1; the second icon's column is 2, outside.
-  EXPECT_EQ(Hex(Pixels(strips.small)), Hex(FromHex("01 01 01 00 00 00 00 00")));
+  EXPECT_EQ(Hex(Pixels(strips.smallIcon)), Hex(FromHex("01 01 01 00 00 00 00 00")));
   EXPECT_EQ(IndexOf(set, 2), 1);
 }
 
@@ -211,9 +211,9 @@ TEST(IconFilesStrips, RowsThatThePlatformPadsAreNotReadBeyondTheStrip) {
   const std::string colour = BitmapBytes(3, 3, 3, 8, std::string(9, '\x11'));
   InsertRecord(set, 1, colour + std::string(24, '\0') + colour + std::string(24, '\0'));
   const Strips strips(set);
-  ASSERT_NE(strips.small, nullptr);
-  EXPECT_EQ(Geometry(strips.small).bmWidth, 3);
-  EXPECT_EQ(Hex(Pixels(strips.small)), Hex(std::string(12, '\0')));
+  ASSERT_NE(strips.smallIcon, nullptr);
+  EXPECT_EQ(Geometry(strips.smallIcon).bmWidth, 3);
+  EXPECT_EQ(Hex(Pixels(strips.smallIcon)), Hex(std::string(12, '\0')));
 }
 
 TEST(IconFilesStrips, ALaterIconOfAnotherDepthIsBlackWhereItIsOpaque) {
@@ -223,8 +223,8 @@ TEST(IconFilesStrips, ALaterIconOfAnotherDepthIsBlackWhereItIsOpaque) {
   const std::string mask = BitmapBytes(2, 2, 2, 1, FromHex("80 00  00 00"));
   InsertRecord(set, 2, colour + mask + colour + mask);
   const Strips strips(set, 0x00A1B2C3);
-  EXPECT_EQ(Hex(Pixels(strips.small)), Hex(FromHex("01 01 01 00 01 01 01 00 A1 B2 C3 00 00 00 00 00"
-                                                   "01 01 01 00 01 01 01 00 00 00 00 00 00 00 00 00")));
+  EXPECT_EQ(Hex(Pixels(strips.smallIcon)), Hex(FromHex("01 01 01 00 01 01 01 00 A1 B2 C3 00 00 00 00 00"
+                                                       "01 01 01 00 01 01 01 00 00 00 00 00 00 00 00 00")));
 }
 
 TEST(IconFilesStrips, DepthsThatThePlatformRefusesGiveNullHandlesAndTheReason) {
@@ -232,11 +232,11 @@ TEST(IconFilesStrips, DepthsThatThePlatformRefusesGiveNullHandlesAndTheReason) {
   const std::string colour = BitmapBytes(8, 8, 2, 2, std::string(16, '\0'));  // no platform bitmap has 2 bits
   InsertRecord(set, 1, colour + std::string(24, '\0') + colour + std::string(24, '\0'));
   const auto before = platform::CountLiveHandles();
-  HBITMAP small = reinterpret_cast<HBITMAP>(&set);
+  HBITMAP smallIcon = reinterpret_cast<HBITMAP>(&set);
   HBITMAP large = reinterpret_cast<HBITMAP>(&set);
   SetLastError(ERROR_SUCCESS);
-  set.GetIconBitmapImages(kKey, small, large);
-  EXPECT_EQ(small, nullptr);
+  set.GetIconBitmapImages(kKey, smallIcon, large);
+  EXPECT_EQ(smallIcon, nullptr);
   EXPECT_EQ(large, nullptr);
   EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
   EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
@@ -246,13 +246,13 @@ TEST(IconFilesStrips, DepthsThatThePlatformRefusesGiveNullHandlesAndTheReason) {
 TEST(IconFilesStrips, AFailureOfTheLargeStripDeletesTheSmallOneAndKeepsTheReason) {
   CMMCObjectSet set(LeaveToSet);
   const std::string large = BitmapBytes(8, 8, 2, 2, std::string(16, '\0'));
-  const std::string small = BitmapBytes(1, 1, 4, 32, "1234");
-  InsertRecord(set, 1, large + std::string(24, '\0') + small + std::string(24, '\0'));
+  const std::string smallIcon = BitmapBytes(1, 1, 4, 32, "1234");
+  InsertRecord(set, 1, large + std::string(24, '\0') + smallIcon + std::string(24, '\0'));
   const auto before = platform::CountLiveHandles();
   SetLastError(ERROR_SUCCESS);
   const Strips strips(set);
   const DWORD reason = GetLastError();
-  EXPECT_EQ(strips.small, nullptr);
+  EXPECT_EQ(strips.smallIcon, nullptr);
   EXPECT_EQ(strips.large, nullptr);
   EXPECT_EQ(reason, ERROR_INVALID_PARAMETER);
   EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
@@ -277,7 +277,7 @@ TEST(IconFilesStrips, HostileGeometryIsRefusedOrEmptyAndEndsQuickly) {
     const auto before = platform::CountLiveHandles();
     try {
       const Strips strips(set);
-      EXPECT_EQ(strips.small == nullptr, strips.large == nullptr);
+      EXPECT_EQ(strips.smallIcon == nullptr, strips.large == nullptr);
     } catch (const CMemoryException&) {
     } catch (const std::bad_alloc&) {
     }
@@ -301,10 +301,10 @@ TEST(IconFilesStrips, HostileGeometryOfALaterIconEndsQuickly) {
   const auto start = std::chrono::steady_clock::now();
   const Strips strips(set);
   EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5));
-  ASSERT_NE(strips.small, nullptr);
-  EXPECT_EQ(Geometry(strips.small).bmWidth, 26);
-  EXPECT_EQ(Geometry(strips.small).bmHeight, 2);
-  EXPECT_EQ(ColourAt(Pixels(strips.small), 26, 0, 0), 0x00010101U);
+  ASSERT_NE(strips.smallIcon, nullptr);
+  EXPECT_EQ(Geometry(strips.smallIcon).bmWidth, 26);
+  EXPECT_EQ(Geometry(strips.smallIcon).bmHeight, 2);
+  EXPECT_EQ(ColourAt(Pixels(strips.smallIcon), 26, 0, 0), 0x00010101U);
   EXPECT_EQ(IndexOf(set, cookie - 1), 12);
 }
 
@@ -314,10 +314,10 @@ TEST(IconFilesStrips, MoreIconsThanAStripHasRoomForAreRefused) {
   const std::string wide = BitmapBytes(0x40000000, 0, 0, 32, "");
   InsertRecord(set, 1, wide + std::string(24, '\0') + wide + std::string(24, '\0'));
   InsertRecord(set, 2, wide + std::string(24, '\0') + wide + std::string(24, '\0'));
-  HBITMAP small = nullptr;
+  HBITMAP smallIcon = nullptr;
   HBITMAP large = nullptr;
-  EXPECT_THROW(set.GetIconBitmapImages(kKey, small, large), CMemoryException);
-  EXPECT_EQ(small, nullptr);
+  EXPECT_THROW(set.GetIconBitmapImages(kKey, smallIcon, large), CMemoryException);
+  EXPECT_EQ(smallIcon, nullptr);
   EXPECT_EQ(large, nullptr);
 }
 

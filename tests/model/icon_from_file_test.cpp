@@ -60,11 +60,11 @@ TEST(IconFromFile, TakesTheLargeAndTheSmallImageOfEveryDepth) {
   const TemporaryFolder folder;
   for (const int depth : {1, 4, 8, 24, 32}) {
     const IconPicture large = PatternPicture(32, 32, depth);
-    const IconPicture small = PatternPicture(16, 16, depth);
+    const IconPicture smallIcon = PatternPicture(16, 16, depth);
     CMMCObjectIcon icon;
-    ASSERT_EQ(icon.Construct(WriteIcon(folder, "icon.ico", {small, large})), S_OK) << depth << " bits";
+    ASSERT_EQ(icon.Construct(WriteIcon(folder, "icon.ico", {smallIcon, large})), S_OK) << depth << " bits";
     ExpectPicture(icon, true, large);
-    ExpectPicture(icon, false, small);
+    ExpectPicture(icon, false, smallIcon);
   }
 }
 
@@ -147,8 +147,8 @@ TEST(IconFromFile, TwoHandlesLiveAsLongAsTheIcon) {
 TEST(IconFromFile, AMoveTakesTheImagesAndTheHandles) {
   const TemporaryFolder folder;
   const IconPicture large = PatternPicture(32, 32, 32);
-  const IconPicture small = PatternPicture(16, 16, 32);
-  const CString path = WriteIcon(folder, "icon.ico", {large, small});
+  const IconPicture smallIcon = PatternPicture(16, 16, 32);
+  const CString path = WriteIcon(folder, "icon.ico", {large, smallIcon});
   const auto before = CountLiveHandles();
   {
     std::optional<CMMCObjectIcon> source(std::in_place);
@@ -164,7 +164,7 @@ TEST(IconFromFile, AMoveTakesTheImagesAndTheHandles) {
     source.reset();
     EXPECT_EQ(CountLiveHandles().icons, before.icons + 2);
     ExpectPicture(target, true, large);
-    ExpectPicture(target, false, small);
+    ExpectPicture(target, false, smallIcon);
   }
   EXPECT_EQ(CountLiveHandles().icons, before.icons);
 }

@@ -146,10 +146,10 @@ TEST(ImageLoading, CountsThatLieEndQuickly) {
 TEST(ImageLoading, ImageIndicesStay) {
   CMMCObjectSet set(LeaveToSet);
   LoadImage(set, Head(0) + Count(0) + Count(1) + Cookie(9) + TinyIconBytes() + Count(0) + Count(0));
-  HBITMAP small = nullptr;
+  HBITMAP smallIcon = nullptr;
   HBITMAP large = nullptr;
-  set.GetIconBitmapImages(0, small, large);
-  DeleteObject(small);
+  set.GetIconBitmapImages(0, smallIcon, large);
+  DeleteObject(smallIcon);
   DeleteObject(large);
   LoadImage(set, Head(0) + std::string(4 * 8, '\0'));
   EXPECT_TRUE(set.GetIconFiles().empty());

@@ -161,10 +161,10 @@ TEST_F(ProjectLoading, TheFileIsReadToItsEnd) {
 
 TEST_F(ProjectLoading, ImageIndicesStay) {
   ASSERT_EQ(CMMCObjectSetProbe::InsertIconFile(m_set, 3, CMMCObjectIcon()), S_OK);
-  HBITMAP small = nullptr;
+  HBITMAP smallIcon = nullptr;
   HBITMAP large = nullptr;
-  m_set.GetIconBitmapImages(0, small, large);
-  DeleteObject(small);
+  m_set.GetIconBitmapImages(0, smallIcon, large);
+  DeleteObject(smallIcon);
   DeleteObject(large);
   Load("");
   int image = -99;

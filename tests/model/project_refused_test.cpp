@@ -50,10 +50,10 @@ class ProjectRefused : public testing::Test {
     ASSERT_EQ(CMMCObjectSetProbe::InsertIconFile(m_set, 41, CMMCObjectIcon()), S_OK);
     ASSERT_EQ(CMMCObjectSetProbe::InsertCodeFile(m_set, _T("C:\\p\\old.js"), 50, Unchanged), S_OK);
     ASSERT_EQ(CMMCObjectSetProbe::InsertCodeFile(m_set, 51, {'x', 'y'}), S_OK);
-    HBITMAP small = nullptr;
+    HBITMAP smallIcon = nullptr;
     HBITMAP large = nullptr;
-    m_set.GetIconBitmapImages(0, small, large);
-    DeleteObject(small);
+    m_set.GetIconBitmapImages(0, smallIcon, large);
+    DeleteObject(smallIcon);
     DeleteObject(large);
   }
 

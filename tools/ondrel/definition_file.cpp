@@ -132,7 +132,7 @@ void LoadProject(Definition& definition, const std::string& bytes) {
   }
 }
 
-void LoadImage(Definition& definition, CFile& file) {
+void LoadObjectImage(Definition& definition, CFile& file) {
   definition.form = DefinitionForm::image;
   const auto explained = [&](const std::string& status, const char* otherwise) {
     const ImageFault fault = InspectImage(file);
@@ -167,7 +167,7 @@ void Load(Definition& definition, bool alsoImages) {
     LoadProject(definition, bytes);
   } else if (alsoImages) {
     source.Seek(0, CFile::begin);
-    LoadImage(definition, source);
+    LoadObjectImage(definition, source);
   } else {
     throw Failure(definition.At(0),
                   "it is no project file, which is XML text; name the file that an image is made from",

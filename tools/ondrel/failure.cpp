@@ -21,18 +21,12 @@ std::string Line(const Location& where, const std::string& explanation, const st
   return line + Printable(std::string_view(explanation)) + " (" + status + ')';
 }
 
-bool IsNetworkPath(const CString& path) {
-  return path.GetLength() >= 2 && path.GetAt(0) == '\\' && path.GetAt(1) == '\\';
-}
-
 std::string ExplainMissing(const CString& path) {
   if (path.IsEmpty()) return "the name is empty; give the file's name";
-  if (platform::HasDriveLetter(path.View())) {
-    return "the drive " + Printable(path.Left(2)) +
-           " cannot be reached from this system; name the file by a relative name";
-  }
-  if (IsNetworkPath(path)) {
-    return "the network path cannot be reached from this system; name the file by a relative name";
+  if (!platform::CanReach(path)) {
+    const std::string place =
+        platform::HasDriveLetter(path.View()) ? "the drive " + Printable(path.Left(2)) : "the network path";
+    return place + " cannot be reached from this system; name the file by a relative name";
   }
   std::error_code ignored;
   const std::filesystem::path folder = NativePath(platform::PathToUtf8(path)).parent_path();

@@ -12,7 +12,7 @@ struct IconFile {
   __int64 cookie = 0;
   std::optional<CString> path;  ///< As people know it; none in an image.
   tagBITMAP large{};            ///< Geometry of the colour images.
-  tagBITMAP small{};
+  tagBITMAP smallIcon{};
 };
 
 struct CodeFile {

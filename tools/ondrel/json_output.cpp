@@ -102,7 +102,7 @@ std::string JsonText(Definition& definition) {
       array.Add({{"cookie", Cookie(file.cookie)},
                  {"path", Path(file.path)},
                  {"large", Geometry(file.large)},
-                 {"small", Geometry(file.small)}});
+                 {"small", Geometry(file.smallIcon)}});
     }
   }
   {

@@ -136,7 +136,7 @@ std::string IconsText(const Definition& definition) {
   const auto files = ListIconFiles(definition);
   Table table({{"Icons", Table::Alignment::right}, {"Large"}, {"Small"}, {"Path"}});
   for (const IconFile& file : files) {
-    table.Add({std::to_string(file.cookie), ImageText(file.large), ImageText(file.small), PathText(file.path)});
+    table.Add({std::to_string(file.cookie), ImageText(file.large), ImageText(file.smallIcon), PathText(file.path)});
   }
   return files.empty() ? std::string() : Section(table);
 }

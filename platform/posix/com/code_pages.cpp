@@ -8,7 +8,7 @@
 
 #include <ondrel/platform/os/com.h>
 
-#include "com/unicode.h"
+#include "text/unicode.h"
 
 namespace {
 

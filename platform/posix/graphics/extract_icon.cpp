@@ -18,7 +18,8 @@ constexpr LONG kSmallIconSize = 16;
 
 class OpenedFile {
  public:
-  explicit OpenedFile(LPCWSTR path) : m_status(OpenOsFile(path, OsAccess::read, OsCreation::mustExist, m_file)) {}
+  explicit OpenedFile(LPCWSTR path)
+      : m_status(OpenOsFile(path, OsAccess::read, OsSharing::everything, OsCreation::mustExist, m_file)) {}
   ~OpenedFile() {
     if (m_status == ERROR_SUCCESS) CloseOsFile(m_file);
   }

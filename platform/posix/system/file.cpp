@@ -106,7 +106,7 @@ DWORD LockRange(OsFile file, short type, ULONGLONG position, ULONGLONG count) {
 
 }  // namespace
 
-DWORD OpenOsFile(LPCWSTR path, OsAccess access, OsCreation creation, OsFile& file) {
+DWORD OpenOsFile(LPCWSTR path, OsAccess access, OsSharing, OsCreation creation, OsFile& file) {
   std::string native;
   if (!NativePath(path, native)) return GetLastError();
   const int flags = OpenFlags(access, creation);

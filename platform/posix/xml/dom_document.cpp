@@ -118,4 +118,8 @@ HRESULT CreateDomDocument(REFIID id, void** object) {
   return WithStatus([&] { return GiveNew(new DomDocument, id, object); });
 }
 
+HRESULT CreateDocument(IXMLDOMDocument** document) {
+  return CreateDomDocument(InterfaceId<IXMLDOMDocument>(), reinterpret_cast<void**>(document));
+}
+
 }  // namespace ondrel::platform

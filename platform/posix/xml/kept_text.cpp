@@ -4,7 +4,7 @@
 
 #include <limits>
 
-#include "com/unicode.h"
+#include "text/unicode.h"
 
 namespace ondrel::platform {
 

@@ -18,7 +18,7 @@ inline std::u16string_view TextOf(BSTR text) {
 std::string KeptText(std::u16string_view text);
 
 /// Puts the units of `kept` in place of what `text` holds. Raises std::bad_alloc.
-ONDREL_OS_EXPORT void ReadKeptText(std::string_view kept, std::u16string& text);
+void ReadKeptText(std::string_view kept, std::u16string& text);
 
 /// Gives the units of `kept` to the caller as a BSTR of its own, or E_OUTOFMEMORY.
 HRESULT GiveKeptText(std::string_view kept, BSTR& text);

@@ -7,7 +7,7 @@
 #include <random>
 #include <utility>
 
-#include "com/unicode.h"
+#include "text/unicode.h"
 
 namespace ondrel::platform {
 

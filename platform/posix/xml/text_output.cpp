@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "com/unicode.h"
+#include "text/unicode.h"
 #include "xml/statuses.h"
 
 namespace ondrel::platform {

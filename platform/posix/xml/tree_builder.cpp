@@ -4,8 +4,8 @@
 
 #include <memory>
 
+#include "text/xml_text_parser.h"
 #include "xml/dom_nodes.h"
-#include "xml/xml_text_parser.h"
 
 namespace ondrel::platform {
 

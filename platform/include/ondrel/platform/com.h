@@ -134,7 +134,10 @@ class CComBSTR {
 class CComVariant : public VARIANT {
  public:
   CComVariant() noexcept { VariantInit(this); }
-  CComVariant(const VARIANT& other) : CComVariant() { AtlThrowIfFailed(VariantCopy(this, &other)); }
+  CComVariant(const VARIANT& other) : CComVariant() {
+    // Some compilers' headers take the source as one that may change. It does not.
+    AtlThrowIfFailed(VariantCopy(this, const_cast<VARIANT*>(&other)));
+  }
   CComVariant(const CComVariant& other) : CComVariant(static_cast<const VARIANT&>(other)) {}
   CComVariant(CComVariant&& other) noexcept : VARIANT(other) { VariantInit(&other); }
   explicit CComVariant(LONGLONG value) noexcept : CComVariant() {

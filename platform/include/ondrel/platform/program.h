@@ -30,6 +30,10 @@ class ComponentScope {
 CString PathFromUtf8(const std::string& path);
 std::string PathToUtf8(const CString& path);
 
+/// Whether this system could reach the place that a path names: false for a drive that it does not have, and for a
+/// network path where there are none.
+bool CanReach(const CString& path);
+
 /// The path from the root of the system, without "." and ".." parts, with `\` between its parts and, where `path` ends
 /// in a separator, behind the last. An empty path, or one of a drive that the system does not have, stays as it is.
 /// Raises CFileException when the working folder is gone.

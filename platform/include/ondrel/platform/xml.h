@@ -47,6 +47,7 @@
 //     can carry (control characters, lone surrogates, U+FFFE, U+FFFF) ends the writing with a failing status, off
 //     Windows 0xC00CE508; tabs, line feeds and carriage returns in attributes are written as character references and
 //     so survive. A failing output's status is returned; a short write is STG_E_MEDIUMFULL.
+//   CreateDocument       a new CLSID_DOMDocument that opens no external entity, whatever the system's own would do
 //   GetContentHandler    the content handler of a writer, to be given to a reader
 #pragma once
 

@@ -18,7 +18,8 @@ template <class Container>
 void LoadBlock(CArchive& archive, ULONGLONG count, Container& units) {
   using Unit = typename Container::value_type;
   constexpr std::size_t kStep = kBlockStep / sizeof(Unit);
-  constexpr std::size_t kLargestRead = std::numeric_limits<UINT>::max() / sizeof(Unit);
+  // The parentheses keep a macro "max" of a system header away.
+  constexpr std::size_t kLargestRead = (std::numeric_limits<UINT>::max)() / sizeof(Unit);
   while (count > 0) {
     const std::size_t present = units.size();
     const auto step = static_cast<std::size_t>(std::min<ULONGLONG>(count, std::clamp(present, kStep, kLargestRead)));

@@ -18,9 +18,9 @@ class FRAMEWORK_API CFile : public CObject {
     modeRead = 0x0000,
     modeWrite = 0x0001,
     modeReadWrite = 0x0002,
-    shareCompat = 0x0000,
+    shareCompat = 0x0000,  ///< As shareExclusive.
     shareExclusive = 0x0010,
-    shareDenyWrite = 0x0020,  ///< Where the system has no share modes, the share flags say nothing.
+    shareDenyWrite = 0x0020,  ///< Where the system has no share modes, these flags say nothing.
     shareDenyRead = 0x0030,
     shareDenyNone = 0x0040,
     modeCreate = 0x1000,      ///< Makes the file, or empties the one that is there.

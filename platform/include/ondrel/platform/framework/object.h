@@ -3,7 +3,7 @@
 
 #include <ondrel/platform/export.h>
 
-/// What the framework's classes derive from: an object that is destroyed through a pointer to its base and never copied.
+/// The base of the framework's classes: destroyed through a pointer to it, and never copied.
 class FRAMEWORK_API CObject {
  public:
   virtual ~CObject() = default;

@@ -11,12 +11,14 @@ using OsFile = std::intptr_t;  // a file descriptor
 inline constexpr OsFile kNoOsFile = -1;
 
 enum class OsAccess { read, write, readWrite };
+/// What other opened files of the same file may do meanwhile. Systems without such a rule let them.
+enum class OsSharing { nothing, reading, writing, everything };
 enum class OsCreation { mustExist, createOrEmpty, createOrKeep, createNew };
 
 // Each gives ERROR_SUCCESS or the system's error code. Paths are wide text with `\` or `/` between their parts.
 
 /// Opens a regular file; a folder, a pipe or a device is ERROR_ACCESS_DENIED, a drive letter ERROR_PATH_NOT_FOUND.
-ONDREL_OS_EXPORT DWORD OpenOsFile(LPCWSTR path, OsAccess access, OsCreation creation, OsFile& file);
+ONDREL_OS_EXPORT DWORD OpenOsFile(LPCWSTR path, OsAccess access, OsSharing sharing, OsCreation creation, OsFile& file);
 ONDREL_OS_EXPORT DWORD CloseOsFile(OsFile file);
 /// A second handle of the same open file; both share one position.
 ONDREL_OS_EXPORT DWORD DuplicateOsFile(OsFile file, OsFile& copy);

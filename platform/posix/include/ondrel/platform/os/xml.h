@@ -141,7 +141,7 @@ inline constexpr CLSID CLSID_SAXXMLReader60{
 
 namespace ondrel::platform {
 
-/// The content handler of a writer, as a reader can drive it.
+ONDREL_OS_EXPORT HRESULT CreateDocument(IXMLDOMDocument** document);
 ONDREL_OS_EXPORT HRESULT GetContentHandler(IMXWriter* writer, ISAXContentHandler** handler);
 
 }  // namespace ondrel::platform

@@ -15,7 +15,7 @@
 #include <unordered_map>
 #include <vector>
 
-#include <ondrel/platform/os/types.h>
+#include <ondrel/platform/types.h>
 
 struct XML_ParserStruct;
 
@@ -23,7 +23,7 @@ namespace ondrel::platform {
 
 /// Receives a document's elements. Names and values are UTF-8, valid during the call. What is thrown stops the parsing
 /// and comes out of Parse.
-class ONDREL_OS_EXPORT XmlElementSink {
+class XmlElementSink {
  public:
   struct Attribute {
     std::string_view name;
@@ -46,7 +46,7 @@ struct XmlTextFault {
 };
 
 /// Parses one text. No depth of nesting uses the stack.
-class ONDREL_OS_EXPORT XmlTextParser {
+class XmlTextParser {
  public:
   explicit XmlTextParser(XmlElementSink& sink);
   ~XmlTextParser();
@@ -55,7 +55,7 @@ class ONDREL_OS_EXPORT XmlTextParser {
 
   /// True when the whole text is accepted. Otherwise `fault` says why; what was reported before stays reported. To be
   /// called once. Raises std::bad_alloc and what the sink raises.
-  bool Parse(std::u16string_view text, XmlTextFault& fault);
+  bool Parse(std::basic_string_view<WCHAR> text, XmlTextFault& fault);
 
   /// The line of what is being reported, from 1. The parser counts the lines only when it is asked.
   std::uint64_t Line() const;
@@ -63,7 +63,7 @@ class ONDREL_OS_EXPORT XmlTextParser {
  private:
   struct Callbacks;
 
-  bool ParseBlock(std::u16string_view block, bool last);
+  bool ParseBlock(std::basic_string_view<WCHAR> block, bool last);
   void StartElement(const char* name, const char** attributes);
   void EndElement(const char* name);
   void DeclareEntity(bool external);

@@ -1,6 +1,6 @@
 // XML text, parsed with Expat.
 
-#include "xml/xml_text_parser.h"
+#include "text/xml_text_parser.h"
 
 // The library has the limits on expansion, but its header declares them only under this name.
 #define XML_DTD
@@ -12,7 +12,7 @@
 #include <new>
 #include <utility>
 
-#include "com/unicode.h"
+#include "text/unicode.h"
 
 namespace ondrel::platform {
 
@@ -42,9 +42,9 @@ constexpr char kTooManyEntities[] = "more entities are declared than are accepte
 constexpr char kExpansion[] = "entities expand beyond the limit";
 constexpr char kLoneSurrogate[] = "a half of a surrogate pair stands alone";
 
-bool IsBlank(char16_t unit) { return unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n'; }
+bool IsBlank(WCHAR unit) { return unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n'; }
 
-std::uint64_t CountLines(std::u16string_view text) {
+std::uint64_t CountLines(std::basic_string_view<WCHAR> text) {
   std::uint64_t lines = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '\n' || (text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n'))) ++lines;
@@ -53,7 +53,7 @@ std::uint64_t CountLines(std::u16string_view text) {
 }
 
 /// The number of units, at most `wanted`, that can be converted without the rest: no pair is cut in two.
-std::size_t BlockLength(std::u16string_view text, std::size_t wanted) {
+std::size_t BlockLength(std::basic_string_view<WCHAR> text, std::size_t wanted) {
   if (text.size() <= wanted) return text.size();
   return IsHighSurrogate(text[wanted - 1]) ? wanted - 1 : wanted;
 }
@@ -65,11 +65,11 @@ struct Converted {
 
 // How much of the text at `unit` is ASCII and was copied, a multiple of kRun. Without decisions inside a run the
 // compiler can do it in a few wide instructions; nearly all text is of this kind.
-std::size_t CopyAscii(const char16_t* unit, const char16_t* end, char* byte) {
+std::size_t CopyAscii(const WCHAR* unit, const WCHAR* end, char* byte) {
   constexpr std::size_t kRun = 16;
   std::size_t copied = 0;
   while (static_cast<std::size_t>(end - unit) - copied >= kRun) {
-    char16_t allBits = 0;
+    WCHAR allBits = 0;
     for (std::size_t i = 0; i < kRun; ++i) allBits |= unit[copied + i];
     if (allBits >= 0x80) break;
     for (std::size_t i = 0; i < kRun; ++i) byte[copied + i] = static_cast<char>(unit[copied + i]);
@@ -78,16 +78,16 @@ std::size_t CopyAscii(const char16_t* unit, const char16_t* end, char* byte) {
   return copied;
 }
 
-Converted ToUtf8(std::u16string_view text, char* bytes) {
-  const char16_t* unit = text.data();
-  const char16_t* const end = unit + text.size();
+Converted ToUtf8(std::basic_string_view<WCHAR> text, char* bytes) {
+  const WCHAR* unit = text.data();
+  const WCHAR* const end = unit + text.size();
   char* byte = bytes;
   while (unit != end) {
     const std::size_t ascii = CopyAscii(unit, end, byte);
     unit += ascii;
     byte += ascii;
     if (unit == end) break;
-    const char16_t* const start = unit;
+    const WCHAR* const start = unit;
     const char32_t character = TakeUtf16(unit, end);
     if (IsSurrogate(character)) {
       unit = start;
@@ -155,17 +155,17 @@ XmlTextParser::~XmlTextParser() { XML_ParserFree(m_parser); }
 
 std::uint64_t XmlTextParser::Line() const { return m_linesBefore + XML_GetCurrentLineNumber(m_parser); }
 
-bool XmlTextParser::Parse(std::u16string_view text, XmlTextFault& fault) {
+bool XmlTextParser::Parse(std::basic_string_view<WCHAR> text, XmlTextFault& fault) {
   std::size_t start = !text.empty() && text.front() == 0xFEFF ? 1 : 0;
   while (start < text.size() && IsBlank(text[start])) ++start;
   m_linesBefore = CountLines(text.substr(0, start));
 
-  std::u16string_view rest = text.substr(start);
+  std::basic_string_view<WCHAR> rest = text.substr(start);
   std::size_t blockUnits = kFirstBlockUnits;
   XML_Index fed = 0;
   bool accepted = true;
   do {
-    const std::u16string_view block = rest.substr(0, BlockLength(rest, blockUnits));
+    const std::basic_string_view<WCHAR> block = rest.substr(0, BlockLength(rest, blockUnits));
     rest.remove_prefix(block.size());
     const std::size_t capacity = std::max<std::size_t>(block.size() * kMaximumUtf8PerUnit, 1);
     auto* const bytes = static_cast<char*>(XML_GetBuffer(m_parser, static_cast<int>(capacity)));

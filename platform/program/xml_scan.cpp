@@ -1,12 +1,14 @@
-// A scan of XML text that tells lines: the parser of loadXML, with its elements reported as wide strings.
+// A scan of XML text that tells lines: the parser that loadXML has off Windows, with its elements reported as wide
+// strings.
 
 #include <ondrel/platform/xml_scan.h>
 
 #include <algorithm>
 #include <limits>
 
-#include "xml/kept_text.h"
-#include "xml/xml_text_parser.h"
+#include <ondrel/platform/com.h>
+
+#include "text/xml_text_parser.h"
 
 namespace ondrel::platform {
 
@@ -36,8 +38,11 @@ class ScanSink final : public XmlElementSink {
 
  private:
   CString Wide(std::string_view text) {
-    ReadKeptText(text, m_units);
-    return CString(m_units);
+    if (text.empty()) return {};
+    const int bytes = static_cast<int>(text.size());
+    m_units.resize(text.size());  // UTF-16 never has more units than UTF-8 has bytes
+    const int length = MultiByteToWideChar(CP_UTF8, 0, text.data(), bytes, m_units.data(), bytes);
+    return CString(m_units.data(), length);
   }
   int Line() const;
 
@@ -45,7 +50,7 @@ class ScanSink final : public XmlElementSink {
   const XmlTextParser* m_parser = nullptr;
   std::vector<std::string> m_open;  // the names of the elements that are open, outermost first
   std::vector<XmlScanHandler::Attribute> m_attributes;
-  std::u16string m_units;
+  std::basic_string<WCHAR> m_units;
 };
 
 int IntLine(std::uint64_t line) {

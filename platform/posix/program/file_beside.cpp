@@ -1,15 +1,15 @@
-// A file that is written beside its place and takes it when it is complete.
+// A new file beside the place that it is to take, with the owner and permissions of the file that it replaces.
+#include "program/file_beside.h"
+
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <new>
 #include <random>
 #include <string>
 
-#include <ondrel/platform/os/file.h>
 #include <ondrel/platform/program.h>
 
 #include "system/native_path.h"
@@ -23,11 +23,6 @@ constexpr int kMaxNameAttempts = 100;  // of names that are all taken
 constexpr mode_t kNewFileMode = 0666;  // the process's mask takes away from it
 constexpr mode_t kPrivateMode = 0600;
 constexpr mode_t kPermissions = 0777;
-
-[[noreturn]] void Throw(DWORD code, const CString& path) {
-  const auto osError = static_cast<LONG>(code);
-  AfxThrowFileException(CFileException::OsErrorToException(osError), osError, path);
-}
 
 // The folder of a path, with the separator behind it; empty for the working folder.
 std::string FolderOf(const std::string& path) { return path.substr(0, path.rfind('/') + 1); }
@@ -90,54 +85,28 @@ DWORD CreateBeside(const std::string& target, const struct stat* replaced, std::
 
 }  // namespace
 
-ReplacementFile::ReplacementFile(const CString& path) {
+DWORD CreateFileBeside(const CString& path, FileBeside& created) {
   std::string target;
-  if (!NativePath(path, target)) Throw(GetLastError(), path);
-  if (const DWORD code = FollowLinks(target); code != ERROR_SUCCESS) Throw(code, path);
+  if (!NativePath(path, target)) return GetLastError();
+  if (const DWORD code = FollowLinks(target); code != ERROR_SUCCESS) return code;
   struct stat status = {};
   const bool replaces = lstat(target.c_str(), &status) == 0;
-  if (replaces && !S_ISREG(status.st_mode)) Throw(ERROR_ACCESS_DENIED, path);
-  if (target.back() == '/') Throw(ERROR_PATH_NOT_FOUND, path);  // a folder that is not there
+  if (replaces && !S_ISREG(status.st_mode)) return ERROR_ACCESS_DENIED;
+  if (target.back() == '/') return ERROR_PATH_NOT_FOUND;  // a folder that is not there
   std::string temporary;
   int file = -1;
-  DWORD code = CreateBeside(target, replaces ? &status : nullptr, temporary, file);
+  const DWORD code = CreateBeside(target, replaces ? &status : nullptr, temporary, file);
   // A missing name here is the folder's: the file itself is being made.
-  if (code == ERROR_FILE_NOT_FOUND) code = ERROR_PATH_NOT_FOUND;
-  if (code != ERROR_SUCCESS) Throw(code, path);
+  if (code == ERROR_FILE_NOT_FOUND) return ERROR_PATH_NOT_FOUND;
+  if (code != ERROR_SUCCESS) return code;
   try {
-    Attach(file, path);
-    m_target = PathFromUtf8(target);
-    m_temporary = PathFromUtf8(temporary);
+    created = {file, PathFromUtf8(target), PathFromUtf8(temporary)};
   } catch (...) {
-    Abort();
+    CloseOsFile(file);
     unlink(temporary.c_str());
     throw;
   }
-}
-
-ReplacementFile::~ReplacementFile() {
-  if (!m_committed) Discard();
-}
-
-void ReplacementFile::Commit() {
-  try {
-    Flush();
-    Close();
-    if (const DWORD code = ReplaceOsFile(m_temporary, m_target); code != ERROR_SUCCESS) Throw(code, m_strFileName);
-  } catch (...) {
-    Discard();
-    throw;
-  }
-  m_committed = true;
-}
-
-void ReplacementFile::Discard() noexcept {
-  Abort();
-  try {
-    RemoveOsFile(m_temporary);
-  } catch (const std::bad_alloc&) {
-    // The name cannot be made into the system's form: the file stays behind.
-  }
+  return ERROR_SUCCESS;
 }
 
 }  // namespace ondrel::platform

@@ -4,6 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include <ondrel/platform/types.h>
+
 namespace ondrel::platform {
 
 inline constexpr char32_t kReplacementCharacter = 0xFFFD;
@@ -14,7 +16,7 @@ constexpr bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 
 constexpr bool IsSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
 
 /// The character at `text`, which is before `end`; `text` moves behind it. A lone surrogate is given as it is.
-inline char32_t TakeUtf16(const char16_t*& text, const char16_t* end) {
+inline char32_t TakeUtf16(const WCHAR*& text, const WCHAR* end) {
   const char32_t unit = *text++;
   if (!IsHighSurrogate(unit) || text == end || !IsLowSurrogate(*text)) return unit;
   return 0x10000 + ((unit - 0xD800) << 10) + (*text++ - 0xDC00);
@@ -46,13 +48,13 @@ inline std::size_t PutUtf8(char32_t character, char* bytes) {
 }
 
 /// Writes a character as 1 or 2 units; how many.
-inline std::size_t PutUtf16(char32_t character, char16_t* units) {
+inline std::size_t PutUtf16(char32_t character, WCHAR* units) {
   if (character < 0x10000) {
-    units[0] = static_cast<char16_t>(character);
+    units[0] = static_cast<WCHAR>(character);
     return 1;
   }
-  units[0] = static_cast<char16_t>(0xD800 + ((character - 0x10000) >> 10));
-  units[1] = static_cast<char16_t>(0xDC00 + ((character - 0x10000) & 0x3FF));
+  units[0] = static_cast<WCHAR>(0xD800 + ((character - 0x10000) >> 10));
+  units[1] = static_cast<WCHAR>(0xDC00 + ((character - 0x10000) & 0x3FF));
   return 2;
 }
 

@@ -1,0 +1,57 @@
+// A file that is written beside its place and takes it when it is complete.
+#include <new>
+
+#include <ondrel/platform/program.h>
+
+#include "program/file_beside.h"
+
+namespace ondrel::platform {
+namespace {
+
+[[noreturn]] void Throw(DWORD code, const CString& path) {
+  const auto osError = static_cast<LONG>(code);
+  AfxThrowFileException(CFileException::OsErrorToException(osError), osError, path);
+}
+
+}  // namespace
+
+ReplacementFile::ReplacementFile(const CString& path) {
+  FileBeside created;
+  if (const DWORD code = CreateFileBeside(path, created); code != ERROR_SUCCESS) Throw(code, path);
+  m_target = std::move(created.place);
+  m_temporary = std::move(created.name);
+  try {
+    Attach(created.file, path);
+  } catch (...) {
+    CloseOsFile(created.file);
+    Discard();
+    throw;
+  }
+}
+
+ReplacementFile::~ReplacementFile() {
+  if (!m_committed) Discard();
+}
+
+void ReplacementFile::Commit() {
+  try {
+    Flush();
+    Close();
+    if (const DWORD code = ReplaceOsFile(m_temporary, m_target); code != ERROR_SUCCESS) Throw(code, m_strFileName);
+  } catch (...) {
+    Discard();
+    throw;
+  }
+  m_committed = true;
+}
+
+void ReplacementFile::Discard() noexcept {
+  Abort();
+  try {
+    RemoveOsFile(m_temporary);
+  } catch (const std::bad_alloc&) {
+    // The name cannot be made into the system's form: the file stays behind.
+  }
+}
+
+}  // namespace ondrel::platform
