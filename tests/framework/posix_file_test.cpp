@@ -8,7 +8,7 @@
 #include <csignal>
 #include <thread>
 
-#include "support/posix_process.h"
+#include "support/posix/process.h"
 #include "support/print_text.h"
 #include "support/raised.h"
 #include "support/temporary_folder.h"

@@ -5,7 +5,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "support/posix_process.h"
+#include "support/posix/process.h"
 #include "support/print_text.h"
 #include "support/raised.h"
 #include "support/temporary_folder.h"

@@ -24,6 +24,7 @@ Answer WrongUsage(const CLI::App& app, const CLI::ParseError& error) {
 Request ParseCommandLine(std::vector<std::string> arguments) {
   CLI::App app("Compiles the definitions of console snap-ins, and shows what they hold.", "ondrel");
   app.set_version_flag("--version", "ondrel " ONDREL_VERSION, "Print the version and exit");
+  app.allow_windows_style_options(false);  // "/tmp/console.img" is a path everywhere
   app.require_subcommand(1);
   app.footer(std::string("Example:\n  ondrel compile console.xml -o console.img\n  ondrel show console.img\n\n"
                          "Each command explains itself with --help.\n") +
