@@ -6,6 +6,7 @@
 
 #include "graphics/masked_drawing.h"
 
+using ondrel::platform::GetIconImages;
 using ondrel::platform::UniqueBitmap;
 
 namespace {
@@ -15,22 +16,6 @@ constexpr UINT kOneIcon = 1;
 constexpr UINT kUnreadableFile = 0xFFFFFFFF;  // what the extraction gives for a file that it cannot read
 
 HRESULT LastErrorStatus() { return HRESULT_FROM_WIN32(GetLastError()); }
-
-/// The colour and mask bitmaps of an icon handle. Empty owners, with the reason in GetLastError(), on failure.
-struct IconBitmaps {
-  explicit IconBitmaps(HICON icon) {
-    ICONINFO info = {};
-    if (GetIconInfo(icon, &info)) {
-      found = true;
-      colour.reset(info.hbmColor);
-      mask.reset(info.hbmMask);
-    }
-  }
-
-  bool found = false;
-  UniqueBitmap colour;
-  UniqueBitmap mask;
-};
 
 HRESULT CopyBitmap(HBITMAP source, CMMCObjectBitmap& target) {
   tagBITMAP& geometry = target;
@@ -42,10 +27,11 @@ HRESULT CopyBitmap(HBITMAP source, CMMCObjectBitmap& target) {
 }
 
 HRESULT CopyIcon(HICON icon, CMMCObjectIcon::CBitmapData& target) {
-  const IconBitmaps bitmaps(icon);
-  if (!bitmaps.found) return LastErrorStatus();
-  const HRESULT status = CopyBitmap(bitmaps.colour.get(), target.m_colour);
-  return FAILED(status) ? status : CopyBitmap(bitmaps.mask.get(), target.m_mask);
+  UniqueBitmap colour;
+  UniqueBitmap mask;
+  if (!GetIconImages(icon, colour, mask)) return LastErrorStatus();
+  const HRESULT status = CopyBitmap(colour.get(), target.m_colour);
+  return FAILED(status) ? status : CopyBitmap(mask.get(), target.m_mask);
 }
 
 struct Size {
@@ -56,9 +42,10 @@ struct Size {
 
 /// The size of an icon handle's colour image; empty when it cannot be measured.
 Size Measure(HICON icon) {
-  const IconBitmaps bitmaps(icon);
+  UniqueBitmap colour;
+  UniqueBitmap mask;
   BITMAP geometry = {};
-  if (bitmaps.colour == nullptr || GetObjectW(bitmaps.colour.get(), sizeof geometry, &geometry) == 0) return {};
+  if (!GetIconImages(icon, colour, mask) || GetObjectW(colour.get(), sizeof geometry, &geometry) == 0) return {};
   return {geometry.bmWidth, geometry.bmHeight};
 }
 

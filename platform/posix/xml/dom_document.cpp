@@ -1,5 +1,7 @@
 // The document: what makes nodes and reads text. Its nodes belong to its tree, which can outlive it.
 
+#include <ondrel/platform/xml.h>
+
 #include "xml/classes.h"
 #include "xml/dom_nodes.h"
 #include "xml/tree_builder.h"

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <type_traits>
 
+#include <ondrel/platform/xml.h>
+
 #include "xml/classes.h"
 #include "xml/dom_node.h"
 #include "xml/text_output.h"

@@ -12,6 +12,8 @@
 //                      ERROR_OUTOFMEMORY. `\` and `/` both separate folders.
 //   GetIconInfo        copies of the icon's colour and mask bitmaps, the caller's to delete; FALSE for a null handle,
 //                      with the last error left as it is: off Windows, so that it still tells why there is no icon
+//                      On Windows an icon in black and white alone has no colour bitmap but a mask of twice the height;
+//                      GetIconImages, below, gives the same two images for every icon
 //   DestroyIcon, DeleteObject
 //                      FALSE for a null handle
 //   GetObjectW         a bitmap's BITMAP: type 0, width, height, bytes per row (even), planes, bits per pixel, and no
@@ -53,5 +55,9 @@ struct BitmapDeleter {
 /// Owners of one handle each, or of none.
 using UniqueIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDestroyer>;
 using UniqueBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
+
+/// Copies of an icon's colour image, of 32 bits per pixel, and its mask. FALSE, both empty, where GetIconInfo gives
+/// it, with the last error that it leaves. Raises std::bad_alloc.
+ONDREL_SYSTEM_API BOOL GetIconImages(HICON icon, UniqueBitmap& colour, UniqueBitmap& mask);
 
 }  // namespace ondrel::platform

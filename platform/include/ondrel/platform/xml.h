@@ -53,3 +53,10 @@
 
 #include <ondrel/platform/com.h>
 #include <ondrel/platform/os/xml.h>
+
+namespace ondrel::platform {
+
+ONDREL_SYSTEM_API HRESULT CreateDocument(IXMLDOMDocument** document);
+ONDREL_SYSTEM_API HRESULT GetContentHandler(IMXWriter* writer, ISAXContentHandler** handler);
+
+}  // namespace ondrel::platform

@@ -138,10 +138,3 @@ inline constexpr CLSID CLSID_MXXMLWriter60{
     0x88D96A0F, 0xF192, 0x11D4, {0xA6, 0x5F, 0x00, 0x40, 0x96, 0x32, 0x51, 0xE5}};
 inline constexpr CLSID CLSID_SAXXMLReader60{
     0x88D96A0C, 0xF192, 0x11D4, {0xA6, 0x5F, 0x00, 0x40, 0x96, 0x32, 0x51, 0xE5}};
-
-namespace ondrel::platform {
-
-ONDREL_OS_EXPORT HRESULT CreateDocument(IXMLDOMDocument** document);
-ONDREL_OS_EXPORT HRESULT GetContentHandler(IMXWriter* writer, ISAXContentHandler** handler);
-
-}  // namespace ondrel::platform

@@ -3,3 +3,6 @@
 
 #define ONDREL_OS_EXPORT __declspec(dllexport)
 #define ONDREL_OS_IMPORT __declspec(dllimport)
+
+// What the platform layer adds to the system: so little that it is part of each library that uses it.
+#define ONDREL_SYSTEM_API

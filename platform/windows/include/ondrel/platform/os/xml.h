@@ -27,10 +27,3 @@ EXTERN_C const CLSID DECLSPEC_SELECTANY CLSID_MXXMLWriter60 = {
     0x88d96a0f, 0xf192, 0x11d4, {0xa6, 0x5f, 0x00, 0x40, 0x96, 0x32, 0x51, 0xe5}};
 EXTERN_C const CLSID DECLSPEC_SELECTANY CLSID_SAXXMLReader60 = {
     0x88d96a0c, 0xf192, 0x11d4, {0xa6, 0x5f, 0x00, 0x40, 0x96, 0x32, 0x51, 0xe5}};
-
-namespace ondrel::platform {
-
-HRESULT CreateDocument(IXMLDOMDocument** document);
-HRESULT GetContentHandler(IMXWriter* writer, ISAXContentHandler** handler);
-
-}  // namespace ondrel::platform
