@@ -43,7 +43,7 @@ TEST(VariantConversion, DecimalTextBecomesANumber) {
 
 TEST(VariantConversion, TextThatIsNoNumberIsAMismatchAndStays) {
   for (const LPCWSTR text :
-       {_T(""), _T(" "), _T("\t"), _T("abc"), _T("12a"), _T("a12"), _T("-"), _T("+"), _T("- "), _T("--1"), _T("+-1"),
+       {_T(""), _T(" "), _T("\t"), _T("abc"), _T("12a"), _T("a12"), _T("-"), _T("+"), _T("- "), _T("--1"),
         _T("-1-"), _T("1 2"), _T("12 -3"), _T("0x10"), _T("99999999999999999999x")}) {
     CComVariant variant(text);
     EXPECT_EQ(Hex(variant.ChangeType(VT_I8)), Hex(DISP_E_TYPEMISMATCH)) << '"' << platform::ToUtf8(text) << '"';

@@ -11,9 +11,15 @@
 
 #include <ondrel/platform/os/com.h>
 
+#include "com/number_text.h"
+
 namespace {
 
 using ondrel::platform::InterfaceId;
+using ondrel::platform::NumberText;
+using ondrel::platform::ParseNumber;
+using ondrel::platform::RoundToInteger;
+using ondrel::platform::TruthOf;
 
 bool IsKnownType(VARTYPE type) {
   switch (type) {
@@ -40,46 +46,9 @@ VARIANT MakeVariant(VARTYPE type) {
   return variant;
 }
 
-bool IsBlank(WCHAR unit) { return unit == ' ' || (unit >= '\t' && unit <= '\r'); }
-
-std::u16string_view WithoutBlanks(std::u16string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-  return text;
-}
-
-std::optional<WCHAR> TakeSign(std::u16string_view& text) {
-  std::optional<WCHAR> sign;
-  const auto isSign = [](WCHAR unit) { return unit == '+' || unit == '-'; };
-  if (text.empty()) return sign;
-  if (isSign(text.front())) {
-    sign = text.front();
-    text.remove_prefix(1);
-  } else if (isSign(text.back())) {
-    sign = text.back();
-    text.remove_suffix(1);
-  }
-  if (sign) text = WithoutBlanks(text);
-  return sign;
-}
-
 // A text ends at its first zero unit, whatever its length says.
-HRESULT ParseInteger(BSTR source, LONGLONG& value) {
-  if (source == nullptr) return DISP_E_TYPEMISMATCH;
-  std::u16string_view text = WithoutBlanks(source);
-  const bool negative = TakeSign(text) == u'-';
-  if (text.empty() || text.find_first_not_of(u"0123456789") != std::u16string_view::npos) return DISP_E_TYPEMISMATCH;
-
-  constexpr auto kLargest = static_cast<ULONGLONG>(std::numeric_limits<LONGLONG>::max());
-  const ULONGLONG limit = negative ? kLargest + 1 : kLargest;
-  ULONGLONG magnitude = 0;
-  for (const WCHAR unit : text) {
-    const auto digit = static_cast<ULONGLONG>(unit - u'0');
-    if (magnitude > (limit - digit) / 10) return DISP_E_OVERFLOW;
-    magnitude = magnitude * 10 + digit;
-  }
-  value = static_cast<LONGLONG>(negative ? 0 - magnitude : magnitude);
-  return S_OK;
+HRESULT ParseText(BSTR text, NumberText& number) {
+  return text == nullptr ? DISP_E_TYPEMISMATCH : ParseNumber(text, number);
 }
 
 bool EqualsLetters(BSTR text, std::u16string_view lowerCase) {
@@ -93,37 +62,57 @@ bool EqualsLetters(BSTR text, std::u16string_view lowerCase) {
   return true;
 }
 
-HRESULT ToInteger(const VARIANT& source, LONGLONG& value) {
+HRESULT ToInteger(const VARIANT& source, LONGLONG lowest, LONGLONG highest, LONGLONG& value) {
   switch (source.vt) {
     case VT_EMPTY:
       value = 0;
-      return S_OK;
+      break;
     case VT_I4:
       value = source.lVal;
-      return S_OK;
+      break;
     case VT_I8:
       value = source.llVal;
-      return S_OK;
+      break;
     case VT_BOOL:
       value = source.boolVal;
-      return S_OK;
-    case VT_BSTR:
-      return ParseInteger(source.bstrVal, value);
+      break;
+    case VT_BSTR: {
+      NumberText number;
+      const HRESULT status = ParseText(source.bstrVal, number);
+      return FAILED(status) ? status : RoundToInteger(number, lowest, highest, value);
+    }
     default:
       return DISP_E_TYPEMISMATCH;
   }
+  return value < lowest || value > highest ? DISP_E_OVERFLOW : S_OK;
+}
+
+template <class Integer>
+HRESULT ToInteger(const VARIANT& source, Integer& value) {
+  LONGLONG number = 0;
+  const HRESULT status =
+      ToInteger(source, std::numeric_limits<Integer>::min(), std::numeric_limits<Integer>::max(), number);
+  if (SUCCEEDED(status)) value = static_cast<Integer>(number);
+  return status;
 }
 
 HRESULT ToBool(const VARIANT& source, VARIANT_BOOL& value) {
-  const bool isTrue = source.vt == VT_BSTR && EqualsLetters(source.bstrVal, u"true");
-  if (isTrue || (source.vt == VT_BSTR && EqualsLetters(source.bstrVal, u"false"))) {
-    value = isTrue ? VARIANT_TRUE : VARIANT_FALSE;
-    return S_OK;
+  bool isTrue = false;
+  if (source.vt == VT_BSTR) {
+    isTrue = EqualsLetters(source.bstrVal, u"true") || EqualsLetters(source.bstrVal, u"#true#");
+    if (!isTrue && !EqualsLetters(source.bstrVal, u"false") && !EqualsLetters(source.bstrVal, u"#false#")) {
+      NumberText number;
+      HRESULT status = ParseText(source.bstrVal, number);
+      if (SUCCEEDED(status)) status = TruthOf(number, isTrue);
+      if (FAILED(status)) return status;
+    }
+  } else {
+    LONGLONG number = 0;
+    if (const HRESULT status = ToInteger(source, number); FAILED(status)) return status;
+    isTrue = number != 0;
   }
-  LONGLONG number = 0;
-  const HRESULT status = ToInteger(source, number);
-  if (SUCCEEDED(status)) value = number != 0 ? VARIANT_TRUE : VARIANT_FALSE;
-  return status;
+  value = isTrue ? VARIANT_TRUE : VARIANT_FALSE;
+  return S_OK;
 }
 
 HRESULT ToText(const VARIANT& source, BSTR& text) {
@@ -160,16 +149,8 @@ HRESULT Convert(const VARIANT& source, VARIANT& converted) {
   switch (converted.vt) {
     case VT_I8:
       return ToInteger(source, converted.llVal);
-    case VT_I4: {
-      LONGLONG number = 0;
-      const HRESULT status = ToInteger(source, number);
-      if (FAILED(status)) return status;
-      if (number < std::numeric_limits<LONG>::min() || number > std::numeric_limits<LONG>::max()) {
-        return DISP_E_OVERFLOW;
-      }
-      converted.lVal = static_cast<LONG>(number);
-      return S_OK;
-    }
+    case VT_I4:
+      return ToInteger(source, converted.lVal);
     case VT_BOOL:
       return ToBool(source, converted.boolVal);
     case VT_BSTR:

@@ -14,10 +14,12 @@
 //   BSTR               wide text with a length before it; SysAllocString copies to the first zero unit,
 //                      SysAllocStringLen copies so many units. Null when memory is short. A null BSTR is empty text.
 //   VARIANT            VariantInit, VariantClear (frees what it holds), VariantCopy (copies text, adds a reference),
-//   VariantChangeType  converts into *destination, which may be the source: VT_BSTR to VT_I8 or VT_I4 takes decimal
-//                      integers with blanks around them, leading zeros, and a sign before or behind them with blanks
-//                      between, DISP_E_TYPEMISMATCH for text that is no number (null and empty text too) and
-//                      DISP_E_OVERFLOW for one out of range; VT_I8, VT_I4 and VT_BOOL to VT_BSTR give decimal digits;
+//   VariantChangeType  converts into *destination, which may be the source: VT_BSTR to VT_I8 or VT_I4 takes numbers
+//                      as people write them in the user's locale, off Windows in English (United States): blanks
+//                      around, a sign before or behind, "$", parentheses for a negative number, "," anywhere among the
+//                      digits, a fraction, which is rounded, halves to the even number, an exponent; or "&H" and "&O"
+//                      with digits of base 16 and 8. DISP_E_TYPEMISMATCH for text that is no number (null and empty text
+//                      too) and DISP_E_OVERFLOW for one out of range; VT_I8, VT_I4 and VT_BOOL to VT_BSTR give decimal digits;
 //                      VT_EMPTY gives 0 and empty text; VT_DISPATCH and VT_UNKNOWN to one another ask the object, and a
 //                      null object or a refusal is DISP_E_TYPEMISMATCH. To the same type it is a copy. The destination
 //                      is unchanged on failure. `flags` is 0.
