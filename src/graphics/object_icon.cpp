@@ -6,14 +6,11 @@
 
 #include "graphics/masked_drawing.h"
 
+using ondrel::platform::ExtractFirstIcon;
 using ondrel::platform::GetIconImages;
 using ondrel::platform::UniqueBitmap;
 
 namespace {
-
-constexpr int kFirstIcon = 0;
-constexpr UINT kOneIcon = 1;
-constexpr UINT kUnreadableFile = 0xFFFFFFFF;  // what the extraction gives for a file that it cannot read
 
 HRESULT LastErrorStatus() { return HRESULT_FROM_WIN32(GetLastError()); }
 
@@ -73,14 +70,9 @@ CMMCObjectIcon::~CMMCObjectIcon() {
 }
 
 HRESULT CMMCObjectIcon::Construct(CString path) {
-  HICON large = nullptr;
-  HICON smallIcon = nullptr;
-  const UINT extracted = ExtractIconExW(path, kFirstIcon, &large, &smallIcon, kOneIcon);
-  if (extracted == 0 || extracted == kUnreadableFile) return LastErrorStatus();
-  m_largeIcon.reset(large);
-  m_smallIcon.reset(smallIcon);
-  const HRESULT status = CopyIcon(large, m_large);
-  return FAILED(status) ? status : CopyIcon(smallIcon, m_small);
+  HRESULT status = ExtractFirstIcon(path, m_largeIcon, m_smallIcon);
+  if (SUCCEEDED(status)) status = CopyIcon(m_largeIcon.get(), m_large);
+  return FAILED(status) ? status : CopyIcon(m_smallIcon.get(), m_small);
 }
 
 HICON CMMCObjectIcon::GetIcon(int cx, int cy) const {

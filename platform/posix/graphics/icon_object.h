@@ -1,8 +1,8 @@
 // What an icon handle names.
 #pragma once
 
-#include "graphics/icon_image.h"
 #include "graphics/live_handle.h"
+#include "icons/icon_image.h"
 
 namespace ondrel::platform {
 

@@ -3,8 +3,8 @@
 #include <utility>
 #include <vector>
 
-#include "graphics/icon_limits.h"
 #include "graphics/icon_object.h"
+#include "icons/icon_limits.h"
 
 namespace ondrel::platform {
 

@@ -56,6 +56,11 @@ struct BitmapDeleter {
 using UniqueIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDestroyer>;
 using UniqueBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
 
+/// The first icon of a file, large and small, as ExtractIconExW gives it. S_OK, or the failing status: never success
+/// without an icon, whatever the last error of the system says. Icon files are looked at before the system sees them,
+/// so that a damaged one is ERROR_INVALID_DATA everywhere. On failure both are empty. Raises std::bad_alloc.
+ONDREL_SYSTEM_API HRESULT ExtractFirstIcon(LPCWSTR path, UniqueIcon& large, UniqueIcon& smallIcon);
+
 /// Copies of an icon's colour image, of 32 bits per pixel, and its mask. FALSE, both empty, where GetIconInfo gives
 /// it, with the last error that it leaves. Raises std::bad_alloc.
 ONDREL_SYSTEM_API BOOL GetIconImages(HICON icon, UniqueBitmap& colour, UniqueBitmap& mask);

@@ -7,7 +7,7 @@
 
 #include <vector>
 
-#include "graphics/icon_entry.h"
+#include "icons/icon_entry.h"
 
 namespace ondrel::platform {
 

@@ -1,10 +1,9 @@
 // Pixels of icons and their scaling.
-#include "graphics/icon_image.h"
+#include "icons/icon_image.h"
 
 #include <cstddef>
 #include <cstring>
 
-#include "graphics/bitmap_object.h"
 
 namespace ondrel::platform {
 namespace {

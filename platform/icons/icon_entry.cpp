@@ -1,13 +1,13 @@
 // Description, choice and decoding of an icon's entries.
-#include "graphics/icon_entry.h"
+#include "icons/icon_entry.h"
 
 #include <algorithm>
 #include <cstdlib>
 #include <tuple>
 #include <utility>
 
-#include "graphics/dib_image.h"
-#include "graphics/png_image.h"
+#include "icons/dib_image.h"
+#include "icons/png_image.h"
 
 namespace ondrel::platform {
 namespace {

@@ -1,5 +1,5 @@
 // Recognition of PNG images.
-#include "graphics/png_image.h"
+#include "icons/png_image.h"
 
 #include <algorithm>
 #include <limits>

@@ -7,6 +7,12 @@
 
 namespace ondrel::platform {
 
+/// The bytes of a row of a bitmap: every row starts at a multiple of 2 bytes.
+constexpr std::size_t BitmapStride(std::size_t width, std::size_t bitsPerPixel) {
+  constexpr std::size_t kUnitBits = 16;
+  return (width * bitsPerPixel + kUnitBits - 1) / kUnitBits * (kUnitBits / 8);
+}
+
 /// Both images have `height` rows, the top one first.
 struct IconImage {
   IconImage() = default;

@@ -4,8 +4,8 @@
 
 #include <vector>
 
-#include "graphics/icon_image.h"
-#include "graphics/little_endian.h"
+#include "icons/icon_image.h"
+#include "icons/little_endian.h"
 
 namespace ondrel::platform {
 

@@ -1,8 +1,8 @@
 // PNG images inside icon files. They are recognised and measured, and their decoding is refused: see DecodePngImage.
 #pragma once
 
-#include "graphics/icon_image.h"
-#include "graphics/little_endian.h"
+#include "icons/icon_image.h"
+#include "icons/little_endian.h"
 
 namespace ondrel::platform {
 

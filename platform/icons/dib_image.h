@@ -5,8 +5,8 @@
 // that height is negative, and each is padded to 4 bytes.
 #pragma once
 
-#include "graphics/icon_image.h"
-#include "graphics/little_endian.h"
+#include "icons/icon_image.h"
+#include "icons/little_endian.h"
 
 namespace ondrel::platform {
 

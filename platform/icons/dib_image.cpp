@@ -1,12 +1,12 @@
 // Decoding of uncompressed icon images.
-#include "graphics/dib_image.h"
+#include "icons/dib_image.h"
 
 #include <algorithm>
 #include <array>
 #include <cstdint>
 #include <cstdlib>
 
-#include "graphics/icon_limits.h"
+#include "icons/icon_limits.h"
 
 namespace ondrel::platform {
 namespace {

@@ -1,9 +1,9 @@
 // Reading of an icon file's directory.
-#include "graphics/icon_file.h"
+#include "icons/icon_file.h"
 
 #include <algorithm>
 
-#include "graphics/icon_limits.h"
+#include "icons/icon_limits.h"
 
 namespace ondrel::platform {
 namespace {
