@@ -96,6 +96,12 @@ BOOL CFile::Open(LPCTSTR path, UINT flags, std::unique_ptr<CFileException>* erro
   return FALSE;
 }
 
+BOOL CFile::Open(LPCTSTR path, UINT flags, CAtlTransactionManager* transaction,
+                 std::unique_ptr<CFileException>* error) {
+  if (transaction != nullptr) AfxThrowNotSupportedException();
+  return Open(path, flags, error);
+}
+
 std::unique_ptr<CFile> CFile::Duplicate() const {
   auto copy = std::make_unique<CFile>();
   copy->m_strFileName = m_strFileName;

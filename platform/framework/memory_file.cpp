@@ -19,6 +19,10 @@ ULONGLONG CMemFile::GetPosition() const { return m_position; }
 
 BOOL CMemFile::Open(LPCTSTR, UINT, std::unique_ptr<CFileException>*) { AfxThrowNotSupportedException(); }
 
+BOOL CMemFile::Open(LPCTSTR, UINT, CAtlTransactionManager*, std::unique_ptr<CFileException>*) {
+  AfxThrowNotSupportedException();
+}
+
 std::unique_ptr<CFile> CMemFile::Duplicate() const { AfxThrowNotSupportedException(); }
 
 ULONGLONG CMemFile::Seek(LONGLONG offset, UINT from) {

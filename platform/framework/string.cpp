@@ -79,14 +79,7 @@ CString& CString::operator+=(WCHAR unit) {
 int CString::Compare(const CString& other) const noexcept { return m_text.compare(other.m_text); }
 
 int CString::CompareNoCase(const CString& other) const noexcept {
-  const std::size_t common = std::min(m_text.size(), other.m_text.size());
-  for (std::size_t index = 0; index < common; ++index) {
-    const WCHAR left = FoldCase(m_text[index]);
-    const WCHAR right = FoldCase(other.m_text[index]);
-    if (left != right) return left < right ? -1 : 1;
-  }
-  if (m_text.size() == other.m_text.size()) return 0;
-  return m_text.size() < other.m_text.size() ? -1 : 1;
+  return ondrel::platform::CompareNoCase(m_text, other.m_text);
 }
 
 int CString::Find(const CString& text, int start) const noexcept {
@@ -139,6 +132,17 @@ CString operator+(const CString& left, const CString& right) {
 }
 
 namespace ondrel::platform {
+
+int CompareNoCase(std::basic_string_view<WCHAR> left, std::basic_string_view<WCHAR> right) noexcept {
+  const std::size_t common = std::min(left.size(), right.size());
+  for (std::size_t index = 0; index < common; ++index) {
+    const WCHAR leftUnit = FoldCase(left[index]);
+    const WCHAR rightUnit = FoldCase(right[index]);
+    if (leftUnit != rightUnit) return leftUnit < rightUnit ? -1 : 1;
+  }
+  if (left.size() == right.size()) return 0;
+  return left.size() < right.size() ? -1 : 1;
+}
 
 std::string ToUtf8(const CString& text) {
   // In pieces, because the bytes of a whole text could be more than the conversion can count.

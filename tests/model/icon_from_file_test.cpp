@@ -147,8 +147,8 @@ TEST(IconFromFile, TwoHandlesLiveAsLongAsTheIcon) {
 TEST(IconFromFile, AMoveTakesTheImagesAndTheHandles) {
   const TemporaryFolder folder;
   const IconPicture large = PatternPicture(32, 32, 32);
-  const IconPicture smallIcon = PatternPicture(16, 16, 32);
-  const CString path = WriteIcon(folder, "icon.ico", {large, smallIcon});
+  const IconPicture smallPicture = PatternPicture(16, 16, 32);
+  const CString path = WriteIcon(folder, "icon.ico", {large, smallPicture});
   const auto before = CountLiveHandles();
   {
     std::optional<CMMCObjectIcon> source(std::in_place);
@@ -164,7 +164,7 @@ TEST(IconFromFile, AMoveTakesTheImagesAndTheHandles) {
     source.reset();
     EXPECT_EQ(CountLiveHandles().icons, before.icons + 2);
     ExpectPicture(target, true, large);
-    ExpectPicture(target, false, smallIcon);
+    ExpectPicture(target, false, smallPicture);
   }
   EXPECT_EQ(CountLiveHandles().icons, before.icons);
 }

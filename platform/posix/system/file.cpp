@@ -10,20 +10,13 @@
 #include <limits>
 #include <string>
 
+#include "system/descriptor.h"
 #include "system/native_path.h"
-#include "system/os_error.h"
 
 namespace ondrel::platform {
 namespace {
 
 constexpr mode_t kNewFileMode = 0666;  // the process's mask takes away from it
-
-template <class Call>
-auto Uninterrupted(Call call) {
-  auto result = call();
-  while (result == -1 && errno == EINTR) result = call();
-  return result;
-}
 
 DWORD LastOsError() { return OsErrorFromErrno(errno); }
 
@@ -43,14 +36,6 @@ DWORD PathError(const std::string& path) {
   if (code != ERROR_FILE_NOT_FOUND) return code;
   struct stat folder = {};
   return stat(FolderOf(path).c_str(), &folder) == 0 && S_ISDIR(folder.st_mode) ? code : ERROR_PATH_NOT_FOUND;
-}
-
-// The reason why the call that just failed on `file` did so. The system calls an open file of the wrong access a bad
-// descriptor, too.
-DWORD TransferError(OsFile file) {
-  const DWORD code = LastOsError();
-  if (code != ERROR_INVALID_HANDLE) return code;
-  return fcntl(static_cast<int>(file), F_GETFL) == -1 ? code : ERROR_ACCESS_DENIED;
 }
 
 int OpenFlags(OsAccess access, OsCreation creation) {

@@ -32,6 +32,8 @@ DWORD OsErrorFromErrno(int error) {
       return ERROR_NOT_ENOUGH_MEMORY;
     case EEXIST:
       return ERROR_FILE_EXISTS;
+    case EPIPE:
+      return ERROR_NO_DATA;
     case ENOTEMPTY:
       return ERROR_NOT_EMPTY;
     case EINVAL:

@@ -8,6 +8,8 @@
 #include <ondrel/platform/framework/exceptions.h>
 #include <ondrel/platform/framework/object.h>
 
+class CAtlTransactionManager;  ///< The framework's name for a transaction. There are none here, so it stays a name.
+
 /// A file on disk. Positions and lengths are in bytes. Failures raise CFileException with the file's name.
 ///
 /// The operations are virtual in the framework's order; a class that stands for another source of bytes derives from
@@ -45,6 +47,10 @@ class FRAMEWORK_API CFile : public CObject {
   /// As the opening constructor, but FALSE on failure, with the reason in `*error` when `error` is not null. A file
   /// that is open is closed before.
   virtual BOOL Open(LPCTSTR path, UINT flags, std::unique_ptr<CFileException>* error = nullptr);
+  /// The same as a part of a transaction, or of none when `transaction` is null. There are no transactions here, so any
+  /// other raises CNotSupportedException, and nothing is opened or closed.
+  virtual BOOL Open(LPCTSTR path, UINT flags, CAtlTransactionManager* transaction,
+                    std::unique_ptr<CFileException>* error = nullptr);
   /// A second object over the same open file; both share one position. Files that cannot be shared so raise
   /// CNotSupportedException.
   virtual std::unique_ptr<CFile> Duplicate() const;
@@ -87,7 +93,9 @@ class FRAMEWORK_API CMemFile : public CFile {
 
   ULONGLONG GetPosition() const override;
   BOOL Open(LPCTSTR path, UINT flags, std::unique_ptr<CFileException>* error = nullptr) override;  ///< Not supported.
-  std::unique_ptr<CFile> Duplicate() const override;                                               ///< Not supported.
+  BOOL Open(LPCTSTR path, UINT flags, CAtlTransactionManager* transaction,
+            std::unique_ptr<CFileException>* error = nullptr) override;  ///< Not supported.
+  std::unique_ptr<CFile> Duplicate() const override;                     ///< Not supported.
   /// A position behind the end is taken; a write there fills the gap with zeros.
   ULONGLONG Seek(LONGLONG offset, UINT from) override;
   void SetLength(ULONGLONG length) override;  ///< New bytes are zero.

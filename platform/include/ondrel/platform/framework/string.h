@@ -81,6 +81,9 @@ inline bool operator>=(const CString& left, const CString& right) noexcept { ret
 
 namespace ondrel::platform {
 
+/// CString::CompareNoCase for text that is no CString. Allocates nothing.
+FRAMEWORK_API int CompareNoCase(std::basic_string_view<WCHAR> left, std::basic_string_view<WCHAR> right) noexcept;
+
 /// Wide text as UTF-8 for people; a lone surrogate becomes U+FFFD.
 FRAMEWORK_API std::string ToUtf8(const CString& text);
 
