@@ -19,13 +19,20 @@ Platform::Platform(std::string name, std::filesystem::path programs, std::filesy
 
 Platform Platform::Native() { return {"Linux", std::filesystem::path(ONDREL_COMMAND).parent_path(), {}, ""}; }
 
+std::filesystem::path Platform::WindowsPrograms() {
+  return std::filesystem::path(ONDREL_SOURCE_DIR) / "build/windows/bin";
+}
+
+Platform Platform::WindowsIn(const std::filesystem::path& programs) {
+  return {"Windows", programs, std::filesystem::path(ONDREL_SOURCE_DIR) / "scripts/wine", ".exe"};
+}
+
 Platform Platform::Windows() {
-  const std::filesystem::path source(ONDREL_SOURCE_DIR);
-  const std::filesystem::path programs = source / "build/windows/bin";
+  const std::filesystem::path programs = WindowsPrograms();
   if (!std::filesystem::exists(programs / "ondrel.exe")) {
     throw std::runtime_error("build the preset windows first: there is no ondrel.exe in " + programs.string());
   }
-  return {"Windows", programs, source / "scripts/wine", ".exe"};
+  return WindowsIn(programs);
 }
 
 CommandResult Platform::Run(const std::string& program, std::vector<std::string> arguments,

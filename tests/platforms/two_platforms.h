@@ -16,6 +16,10 @@ class Platform {
   static Platform Native();
   /// The Windows build, under Wine. Raises std::runtime_error when it has not been built.
   static Platform Windows();
+  /// The same, its programs and libraries taken from another folder.
+  static Platform WindowsIn(const std::filesystem::path& programs);
+  /// Where the Windows build's programs and libraries are.
+  static std::filesystem::path WindowsPrograms();
 
   const std::string& Name() const { return m_name; }
   /// Runs one of the build's programs, by its name without any ending, in a folder.
