@@ -24,7 +24,7 @@ using namespace platform;
 
 DWORD OpeningError(const CString& path, OsAccess access = OsAccess::read, OsCreation creation = OsCreation::mustExist) {
   OsFile file = kNoOsFile;
-  const DWORD error = OpenOsFile(path, access, creation, file);
+  const DWORD error = OpenOsFile(path, access, OsSharing::everything, creation, file);
   if (error == ERROR_SUCCESS) CloseOsFile(file);
   return error;
 }
@@ -100,7 +100,8 @@ TEST(PosixFile, DescriptorsAreNotHandedToOtherPrograms) {
   const TemporaryFolder folder;
   OsFile file = kNoOsFile;
   OsFile copy = kNoOsFile;
-  ASSERT_EQ(OpenOsFile(Wide(folder.Write("a", "")), OsAccess::read, OsCreation::mustExist, file), ERROR_SUCCESS);
+  ASSERT_EQ(OpenOsFile(Wide(folder.Write("a", "")), OsAccess::read, OsSharing::everything, OsCreation::mustExist, file),
+            ERROR_SUCCESS);
   ASSERT_EQ(DuplicateOsFile(file, copy), ERROR_SUCCESS);
   EXPECT_NE(fcntl(static_cast<int>(file), F_GETFD) & FD_CLOEXEC, 0);
   EXPECT_NE(fcntl(static_cast<int>(copy), F_GETFD) & FD_CLOEXEC, 0);

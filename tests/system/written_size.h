@@ -6,10 +6,12 @@
 
 #include <ondrel/platform/com.h>
 
+#include "os/whole_interfaces.h"
+
 namespace ondrel::test {
 
 /// Lives on the stack of its test; its count of references is only watched.
-class WrittenSize final : public IStream {
+class WrittenSize final : public Whole<IStream> {
  public:
   ULONGLONG Size() const { return m_size; }
   int Writes() const { return m_writes; }
@@ -22,7 +24,10 @@ class WrittenSize final : public IStream {
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
     *object = nullptr;
-    if (id != IUnknown::kId && id != ISequentialStream::kId && id != IStream::kId) return E_NOINTERFACE;
+    if (id != platform::InterfaceId<IUnknown>() && id != platform::InterfaceId<ISequentialStream>() &&
+        id != platform::InterfaceId<IStream>()) {
+      return E_NOINTERFACE;
+    }
     *object = static_cast<IStream*>(this);
     AddRef();
     return S_OK;

@@ -142,6 +142,7 @@ inline constexpr CLSID CLSID_SAXXMLReader60{
 namespace ondrel::platform {
 
 ONDREL_OS_EXPORT HRESULT CreateDocument(IXMLDOMDocument** document);
+ONDREL_OS_EXPORT HRESULT LoadDocument(IXMLDOMDocument* document, BSTR text, VARIANT_BOOL* loaded);
 ONDREL_OS_EXPORT HRESULT GetContentHandler(IMXWriter* writer, ISAXContentHandler** handler);
 
 }  // namespace ondrel::platform

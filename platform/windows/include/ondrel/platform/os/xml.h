@@ -31,6 +31,7 @@ EXTERN_C const CLSID DECLSPEC_SELECTANY CLSID_SAXXMLReader60 = {
 namespace ondrel::platform {
 
 HRESULT CreateDocument(IXMLDOMDocument** document);
+HRESULT LoadDocument(IXMLDOMDocument* document, BSTR text, VARIANT_BOOL* loaded);
 HRESULT GetContentHandler(IMXWriter* writer, ISAXContentHandler** handler);
 
 }  // namespace ondrel::platform
