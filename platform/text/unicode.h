@@ -15,6 +15,12 @@ constexpr bool IsHighSurrogate(char32_t unit) { return unit >= 0xD800 && unit <=
 constexpr bool IsLowSurrogate(char32_t unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
 constexpr bool IsSurrogate(char32_t unit) { return unit >= 0xD800 && unit <= 0xDFFF; }
 
+/// Whether XML text can carry the character, directly or as a reference.
+constexpr bool IsXmlCharacter(char32_t character) {
+  if (character < ' ') return character == '\t' || character == '\n' || character == '\r';
+  return !IsSurrogate(character) && character != 0xFFFE && character != 0xFFFF;
+}
+
 /// The character at `text`, which is before `end`; `text` moves behind it. A lone surrogate is given as it is.
 inline char32_t TakeUtf16(const WCHAR*& text, const WCHAR* end) {
   const char32_t unit = *text++;

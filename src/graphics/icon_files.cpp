@@ -3,6 +3,7 @@
 #include <ondrel/MMCObjectSet.h>
 
 #include <algorithm>
+#include <cstdlib>
 
 #include "graphics/masked_drawing.h"
 #include "statuses.h"
@@ -23,10 +24,21 @@ CMMCObjectBitmap MakeStrip(const std::map<__int64, CMMCObjectIcon>& icons, bool 
   return CMMCObjectBitmap(static_cast<LONG>(width), first.bmHeight, first.bmPlanes, first.bmBitsPixel);
 }
 
-/// Hands a strip to the platform, which reads rows padded to 2 bytes; those of a strip are not.
+/// The depth that a platform may make of another one, which it then reads the rows with.
+LONGLONG RoundedDepth(LONGLONG depth) {
+  for (const LONGLONG known : {1, 4, 8, 16, 24, 32}) {
+    if (depth <= known) return known;
+  }
+  return depth;
+}
+
+/// Hands a strip to the platform, which reads rows padded to 2 bytes, of a depth that it knows; those of a strip may be
+/// shorter.
 UniqueBitmap MakePlatformBitmap(CMMCObjectBitmap& strip) {
-  const LONGLONG paddedRow = (static_cast<LONGLONG>(strip.bmWidth) * strip.bmBitsPixel + 15) / 16 * 2;
-  const LONGLONG needed = paddedRow * strip.bmHeight * strip.bmPlanes;
+  const LONGLONG depth = RoundedDepth(LONGLONG{strip.bmPlanes} * strip.bmBitsPixel);
+  // Some platforms pass over the signs of a size.
+  const LONGLONG paddedRow = (std::abs(LONGLONG{strip.bmWidth}) * depth + 15) / 16 * 2;
+  const LONGLONG needed = paddedRow * std::abs(LONGLONG{strip.bmHeight});
   const void* bits = strip.GetBuffer();
   std::vector<unsigned char> padded;
   if (needed > static_cast<LONGLONG>(strip.GetLength())) {

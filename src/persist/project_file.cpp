@@ -18,6 +18,7 @@ using ondrel::TextOf;
 using ondrel::WriteAttribute;
 using ondrel::platform::CreateDocument;
 using ondrel::platform::GetContentHandler;
+using ondrel::platform::LoadDocument;
 
 namespace {
 
@@ -238,7 +239,7 @@ void CMMCObjectSet::LoadProject(CVellum& archive, const TransformFactory& factor
   const CComPtr<IXMLDOMDocument> document = MakeDocument();
   const CString directory = ProjectDirectory(archive);
   VARIANT_BOOL loaded = VARIANT_FALSE;
-  const HRESULT parsed = document->loadXML(WidenProject(ReadFileText(archive)), &loaded);
+  const HRESULT parsed = LoadDocument(document, WidenProject(ReadFileText(archive)), &loaded);
   AtlThrowIfFailed(parsed);
   if (parsed == S_FALSE || loaded == VARIANT_FALSE) AtlThrow(kInvalidData);
 

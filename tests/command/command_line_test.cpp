@@ -71,26 +71,5 @@ TEST(CommandLine, AFileMayHaveTheNameOfACommand) {
   ExpectSuccess(folder.Run({"show", "compile"}));
 }
 
-TEST(CommandLine, AFileMayHaveANameThatIsNoUtf8) {
-  const ProjectFolder folder;
-  folder.Write("a\xFF.xml", "<Project/>");
-  const CommandResult result = folder.Run({"show", "a\xFF.xml"});
-  ExpectSuccess(result);
-  EXPECT_THAT(result.output, StartsWith("a\xEF\xBF\xBD.xml: project"));
-}
-
-TEST(CommandLine, OutputThatCannotBeWrittenIsAFailure) {
-  if (!std::filesystem::exists("/dev/full")) GTEST_SKIP() << "this system has no /dev/full";
-  const ProjectFolder folder;
-  folder.WriteProject("<Project/>");
-  for (const auto& arguments :
-       {std::vector<std::string>{"show", kProjectName}, std::vector<std::string>{"show", "--json", kProjectName},
-        std::vector<std::string>{"--help"}, std::vector<std::string>{"compile", kProjectName, "-o", kImageName}}) {
-    CommandLine commandLine = folder.Command(arguments);
-    commandLine.standardOutput = "/dev/full";
-    ExpectFailure(RunCommand(commandLine), "standard output: it cannot be written", "0x8007001D");
-  }
-}
-
 }  // namespace
 }  // namespace ondrel::test

@@ -28,6 +28,11 @@ std::string SmallIconFile() {
   return IconFileBytes({SolidPicture(32, 32, 32, 0xFF0000), SolidPicture(16, 16, 24, 0x0000FF)});
 }
 
+void WriteLargeDefinition(const TemporaryFolder& folder) {
+  folder.Write(kProjectName, R"(<Project><FileGroup><File Cookie="1" Name="a.js"/></FileGroup></Project>)");
+  folder.Write("a.js", std::string(kLargeCodeFile, 'x'));
+}
+
 std::string ChainProject(int nodes) {
   std::string text = "<Project><NodeGroup>";
   for (int level = 0; level < nodes; ++level) {

@@ -23,6 +23,10 @@ std::string Lines(std::initializer_list<std::string_view> lines);
 /// An icon file with a red 32 x 32 image of 32 bits and a blue 16 x 16 one of 24 bits.
 std::string SmallIconFile();
 
+/// Writes a project whose image is a little larger than its one code file, a.js.
+void WriteLargeDefinition(const TemporaryFolder& folder);
+inline constexpr std::size_t kLargeCodeFile = 300'000;  // bytes
+
 /// A project of nodes that are each the only child of the one before.
 std::string ChainProject(int nodes);
 /// Deep enough that recursion over the depth would end a program.

@@ -109,7 +109,7 @@ TEST(ShowJson, AnEmptyDefinitionHasEmptyLists) {
 TEST(ShowJson, AFileOutsideTheProjectsFolderKeepsItsPath) {
   const ProjectFolder folder;
   const ProjectFolder other;
-  const std::string path = other.Write("a.js", "12345678").string();
+  const std::string path = Utf8(other.Write("a.js", "12345678"));
   folder.WriteProject("<Project><FileGroup><File Cookie=\"1\" Path=\"" + path + "\"/></FileGroup></Project>");
   const json expected = json::array({{{"cookie", "1"}, {"path", path}, {"bytes", 8}}});
   EXPECT_EQ(folder.Json(kProjectName)["codeFiles"], expected);

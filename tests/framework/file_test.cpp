@@ -216,11 +216,19 @@ TEST(File, UseAgainstTheAccessIsDenied) {
     EXPECT_EQ(fault->m_cause, CFileException::accessDenied) << use;
     EXPECT_EQ(fault->m_strFileName, path) << use;
   };
-  CFile reading(path, CFile::modeRead);
+  CFile reading(path, CFile::modeRead | CFile::shareDenyNone);
   expectDenied("Write", [&] { reading.Write(&byte, 1); });
-  expectDenied("SetLength", [&] { reading.SetLength(0); });
-  CFile writing(path, CFile::modeWrite);
+  CFile writing(path, CFile::modeWrite | CFile::shareDenyNone);
   expectDenied("Read", [&] { writing.Read(&byte, 1); });
+  EXPECT_EQ(ReadBytes(folder / "a.js"), "abc");
+}
+
+TEST(File, ResizingAFileOpenedToBeReadIsDenied) {
+  const TemporaryFolder folder;
+  CFile file(Wide(folder.Write("a.js", "abc")), CFile::modeRead | CFile::shareDenyNone);
+  const auto fault = Raised<CFileException>([&] { file.SetLength(0); });
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->m_cause, CFileException::accessDenied);
   EXPECT_EQ(ReadBytes(folder / "a.js"), "abc");
 }
 
@@ -240,8 +248,8 @@ TEST(File, ADuplicateSharesThePosition) {
 TEST(File, ALockedRangeIsRefusedToOtherOpenings) {
   const TemporaryFolder folder;
   const CString path = Wide(folder.Write("a.bin", "abcdef"));
-  CFile first(path, CFile::modeReadWrite);
-  CFile second(path, CFile::modeReadWrite);
+  CFile first(path, CFile::modeReadWrite | CFile::shareDenyNone);
+  CFile second(path, CFile::modeReadWrite | CFile::shareDenyNone);
   first.LockRange(1, 2);
   const auto fault = Raised<CFileException>([&] { second.LockRange(2, 4); });
   ASSERT_TRUE(fault);
@@ -262,7 +270,7 @@ TEST(File, OffersNoMemoryOfItsOwn) {
 
 TEST(File, FlushAndCloseSucceedOnAnOpenFile) {
   const TemporaryFolder folder;
-  CFile file(Wide(folder / "a.bin"), CFile::modeCreate | CFile::modeWrite);
+  CFile file(Wide(folder / "a.bin"), CFile::modeCreate | CFile::modeWrite | CFile::shareDenyWrite);
   file.Write("abc", 3);
   file.Flush();
   EXPECT_EQ(ReadBytes(folder / "a.bin"), "abc");

@@ -5,6 +5,7 @@
 #include <limits>
 
 #include "support/archive_bytes.h"
+#include "support/failing_allocation.h"
 #include "support/print_text.h"
 #include "support/raised.h"
 
@@ -89,6 +90,25 @@ TEST(MemoryFile, KeepsItsBytesThroughFlushCloseAndAbort) {
   file.Flush();
   file.Close();
   file.Abort();
+  EXPECT_EQ(BytesOf(file), "abc");
+}
+
+TEST(MemoryFile, ShortMemoryRaisesAndKeepsTheBytes) {
+  CMemFile file("abc", 3);
+  const std::string more(1000, 'x');
+  bool raised = false;
+  bool failed = false;
+  {
+    const FailingAllocation failing(0);
+    try {
+      file.Write(more.data(), static_cast<UINT>(more.size()));
+    } catch (const CMemoryException&) {
+      raised = true;
+    }
+    failed = failing.HasFailed();
+  }
+  EXPECT_TRUE(failed);
+  EXPECT_TRUE(raised);
   EXPECT_EQ(BytesOf(file), "abc");
 }
 

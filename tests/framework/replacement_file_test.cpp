@@ -118,12 +118,24 @@ TEST(ReplacementFile, CommitOntoAFolderMadeMeanwhileFailsAndLeavesIt) {
   const TemporaryFolder folder;
   ReplacementFile file(Wide(folder / "image.bin"));
   file.Write("new", 3);
-  std::filesystem::create_directory(folder / "image.bin");
+  folder.Write("image.bin/inside", "x");
   const auto fault = Raised<CFileException>([&] { file.Commit(); });
   ASSERT_TRUE(fault);
   EXPECT_EQ(fault->m_cause, CFileException::accessDenied);
   EXPECT_EQ(fault->m_strFileName, Wide(folder / "image.bin"));
+  EXPECT_EQ(folder.Listing(), "image.bin\nimage.bin/inside\n");
+}
+
+TEST(ReplacementFile, CommitOntoAnEmptyFolderMadeMeanwhileFailsAndLeavesIt) {
+  const TemporaryFolder folder;
+  ReplacementFile file(Wide(folder / "image.bin"));
+  file.Write("new", 3);
+  std::filesystem::create_directory(folder / "image.bin");
+  const auto fault = Raised<CFileException>([&] { file.Commit(); });
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->m_cause, CFileException::accessDenied);
   EXPECT_EQ(folder.Listing(), "image.bin\n");
+  EXPECT_TRUE(std::filesystem::is_directory(folder / "image.bin"));
 }
 
 }  // namespace

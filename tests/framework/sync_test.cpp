@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "support/failing_lock.h"
 #include "support/raised.h"
 
 #include <ondrel/platform/framework/exceptions.h>
@@ -72,6 +73,17 @@ TEST(Lock, KeepsACountOfTwoThreadsWhole) {
   first.join();
   second.join();
   EXPECT_EQ(count, 40000);
+}
+
+TEST(Lock, ThatTheSystemCannotMakeRaisesItsStatus) {
+  std::optional<COleException> fault;
+  {
+    const FailingLock failing;
+    fault = Raised<COleException>([] { CCriticalSection section; });
+  }
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->m_sc, HRESULT_FROM_WIN32(ERROR_NOT_ENOUGH_MEMORY));
+  EXPECT_NO_THROW(CCriticalSection());
 }
 
 TEST(Guard, TakesTheLockOnceAndWhenAsked) {

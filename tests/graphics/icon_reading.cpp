@@ -47,6 +47,12 @@ Extraction ExtractIconsOf(const std::string& bytes) {
   return ExtractIcons(folder.Write("test.ico", bytes));
 }
 
+platform::UniqueIcon LargeIconOf(const IconPicture& picture) {
+  Extraction extraction = ExtractIconsOf(IconFileBytes({picture}));
+  EXPECT_TRUE(Succeeded(extraction));
+  return std::move(extraction.large);
+}
+
 testing::AssertionResult Shows(HICON icon, int size, const IconPicture& picture) {
   const IconContents contents = ReadIcon(icon);
   const BITMAP& colour = contents.colour.header;
@@ -79,7 +85,8 @@ testing::AssertionResult Shows(HICON icon, int size, const IconPicture& picture)
 }
 
 testing::AssertionResult Succeeded(const Extraction& extraction) {
-  if (extraction.result == kIconExtracted && extraction.large != nullptr && extraction.smallIcon != nullptr) {
+  const bool isResult = extraction.result != kNoIcon && extraction.result != kFileUnreadable;
+  if (isResult && extraction.large != nullptr && extraction.smallIcon != nullptr) {
     return testing::AssertionSuccess();
   }
   return testing::AssertionFailure() << "result " << extraction.result << ", last error " << extraction.error

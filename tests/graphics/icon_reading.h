@@ -43,6 +43,9 @@ Extraction ExtractIcons(const std::filesystem::path& path);
 /// Of a file with these bytes.
 Extraction ExtractIconsOf(const std::string& bytes);
 
+/// The large icon of a file of this picture alone.
+platform::UniqueIcon LargeIconOf(const IconPicture& picture);
+
 inline constexpr UINT kIconExtracted = 1;
 inline constexpr UINT kNoIcon = 0;
 inline constexpr UINT kFileUnreadable = 0xFFFFFFFF;

@@ -92,8 +92,8 @@ TEST_F(CodeFilesHook, AHookThatDoesNotWriteAndAnEmptyTransformRaiseBadFunctionCa
 TEST_F(CodeFilesHook, TheHookIsGivenTheTransformAndTheVariablesAndTheSetKeepsItsOwn) {
   Insert(Wide(m_folder.Write("a.js", "abc")));
   CMMCObjectSet::Variables variables;
-  variables[CString(_T("x\\"))] = CComVariant(__int64{1});
-  variables[CString(_T("y\\"))] = CComVariant(__int64{2});
+  variables[CString(_T("x\\"))] = CComVariant(LONGLONG{1});
+  variables[CString(_T("y\\"))] = CComVariant(LONGLONG{2});
   std::size_t given = 0;
   StoredRecord(
       [&](std::vector<char> bytes, CMMCObjectSet::Variables passed) {

@@ -90,7 +90,7 @@ TEST_F(CodeFilesRecord, TheTransformIsTheArgumentNotTheOneThatIsKept) {
 TEST_F(CodeFilesRecord, TheTransformIsGivenTheVariables) {
   InsertOnDisk("abc");
   CMMCObjectSet::Variables variables;
-  variables[CString(_T("Folder"))] = CComVariant(__int64{77});
+  variables[CString(_T("Folder"))] = CComVariant(LONGLONG{77});
   CMMCObjectSet::Variables given;
   StoredRecord(
       [&](std::vector<char> bytes, CMMCObjectSet::Variables passed) {

@@ -37,24 +37,36 @@ TEST(IconBinary, TheBitmapsStandLargeColourLargeMaskSmallColourSmallMask) {
   EXPECT_EQ(Hex(StoredIcon(icon)), Hex(TinyIconBytes()));
 }
 
-TEST(IconBinary, AnIconFromAFileIsWrittenAsItsPicturesSay) {
+/// What an icon from a file with both images is written as.
+std::string StoredIconFromFile() {
   const TemporaryFolder folder;
   IconPicture large = SolidIcon(32, 0x00112233);
   large.transparent[0] = true;
   IconPicture smallIcon = SolidIcon(16, 0x00445566);
   smallIcon.transparent[15] = true;
   CMMCObjectIcon icon;
-  ASSERT_EQ(icon.Construct(WriteIcon(folder, "icon.ico", {large, smallIcon})), S_OK);
+  EXPECT_EQ(icon.Construct(WriteIcon(folder, "icon.ico", {large, smallIcon})), S_OK);
+  return StoredIcon(icon);
+}
 
-  std::string largePixels;
-  for (int pixel = 0; pixel < 32 * 32; ++pixel) largePixels += FromHex("11 22 33 FF");
+/// Its large colour image and mask.
+std::string LargeBytes() {
+  std::string pixels;
+  for (int pixel = 0; pixel < 32 * 32; ++pixel) pixels += FromHex("11 22 33 FF");
+  return BitmapBytes(32, 32, 128, 32, pixels) +
+         BitmapBytes(32, 32, 4, 1, FromHex("80 00 00 00") + std::string(31 * 4, '\0'));
+}
+
+TEST(IconBinary, AnIconFromAFileBeginsWithItsLargeImage) {
+  EXPECT_EQ(Hex(StoredIconFromFile().substr(0, LargeBytes().size())), Hex(LargeBytes()));
+}
+
+TEST(IconBinary, AnIconFromAFileIsWrittenAsItsPicturesSay) {
   std::string smallPixels;
   for (int pixel = 0; pixel < 16 * 16; ++pixel) smallPixels += FromHex("44 55 66 FF");
-  const std::string expected = BitmapBytes(32, 32, 128, 32, largePixels) +
-                               BitmapBytes(32, 32, 4, 1, FromHex("80 00 00 00") + std::string(31 * 4, '\0')) +
-                               BitmapBytes(16, 16, 64, 32, smallPixels) +
+  const std::string expected = LargeBytes() + BitmapBytes(16, 16, 64, 32, smallPixels) +
                                BitmapBytes(16, 16, 2, 1, FromHex("00 01") + std::string(15 * 2, '\0'));
-  EXPECT_EQ(Hex(StoredIcon(icon)), Hex(expected));
+  EXPECT_EQ(Hex(StoredIconFromFile()), Hex(expected));
 }
 
 TEST(IconBinary, StoringOnALoadingArchiveRaisesReadOnly) {

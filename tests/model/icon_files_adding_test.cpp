@@ -10,6 +10,7 @@
 #include <ondrel/MMCObjectSet.h>
 
 #include "support/archive_bytes.h"
+#include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
@@ -123,10 +124,10 @@ TEST_F(IconFilesAdding, ACookieThatAPathHasIsRefusedAndThePathIsFreeAgain) {
 TEST_F(IconFilesAdding, ACookieThatAnIconHasIsRefusedAndPathAndCookieAreFreeAgain) {
   ASSERT_EQ(CMMCObjectSetProbe::InsertIconFile(m_set, 5, CMMCObjectIcon()), S_OK);
   const std::string before = Observed(m_set);
-  const auto handles = platform::CountLiveHandles();
+  const auto handles = CountLiveHandles();
   EXPECT_EQ(CMMCObjectSetProbe::InsertIconFile(m_set, m_path, 5), kAlreadyExists);
   EXPECT_EQ(Observed(m_set), before);
-  EXPECT_EQ(platform::CountLiveHandles().icons, handles.icons) << "the icon that was read is gone";
+  EXPECT_EQ(CountLiveHandles().icons, handles.icons) << "the icon that was read is gone";
   CString path;
   EXPECT_FALSE(m_set.GetFilePath(5, path));
   EXPECT_EQ(CMMCObjectSetProbe::InsertIconFile(m_set, m_path, 6), S_OK);
@@ -135,10 +136,10 @@ TEST_F(IconFilesAdding, ACookieThatAnIconHasIsRefusedAndPathAndCookieAreFreeAgai
 TEST_F(IconFilesAdding, ARefusedIconIsDestroyedAndTheStoredOneStays) {
   CMMCObjectIcon icon;
   ASSERT_EQ(icon.Construct(m_path), S_OK);
-  const auto handles = platform::CountLiveHandles();
+  const auto handles = CountLiveHandles();
   ASSERT_EQ(CMMCObjectSetProbe::InsertIconFile(m_set, 5, CMMCObjectIcon()), S_OK);
   EXPECT_EQ(CMMCObjectSetProbe::InsertIconFile(m_set, 5, std::move(icon)), kAlreadyExists);
-  EXPECT_EQ(platform::CountLiveHandles().icons, handles.icons - 2) << "the set had taken it over";
+  EXPECT_EQ(CountLiveHandles().icons, handles.icons - 2) << "the set had taken it over";
   const CMMCObjectIcon* stored = nullptr;
   ASSERT_TRUE(m_set.GetIconFile(5, &stored));
   EXPECT_EQ(stored->GetColourBitmap(true).bmWidth, 0);
@@ -163,20 +164,20 @@ TEST_F(IconFilesAdding, APathOfAnIconFileGoesBeforeThatOfACodeFile) {
 }
 
 TEST_F(IconFilesAdding, HandlesLiveAsLongAsTheSet) {
-  const auto before = platform::CountLiveHandles();
+  const auto before = CountLiveHandles();
   {
     CMMCObjectSet set(LeaveToSet);
     __int64 cookie = 0;
     ASSERT_EQ(set.AddIconFile(m_path, cookie), S_OK);
     ASSERT_EQ(set.AddIconFile(WriteIcon(m_folder, "b.ico", {SolidIcon(16, 0)}), cookie), S_OK);
-    EXPECT_EQ(platform::CountLiveHandles().icons, before.icons + 4);
-    EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
+    EXPECT_EQ(CountLiveHandles().icons, before.icons + 4);
+    EXPECT_EQ(CountLiveHandles().bitmaps, before.bitmaps);
     CMMCObjectSetProbe::Initialise(set);
-    EXPECT_EQ(platform::CountLiveHandles().icons, before.icons);
+    EXPECT_EQ(CountLiveHandles().icons, before.icons);
     ASSERT_EQ(set.AddIconFile(m_path, cookie), S_OK);
   }
-  EXPECT_EQ(platform::CountLiveHandles().icons, before.icons);
-  EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
+  EXPECT_EQ(CountLiveHandles().icons, before.icons);
+  EXPECT_EQ(CountLiveHandles().bitmaps, before.bitmaps);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include <ondrel/MMCObjectSet.h>
 
 #include "support/archive_bytes.h"
+#include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
@@ -146,14 +147,14 @@ TEST_F(IconFilesImageList, DoesNotTouchTheModifiedFlag) {
 TEST_F(IconFilesImageList, TheListKeepsCopiesThatOutliveTheSet) {
   CImageList list;
   ASSERT_TRUE(list.Create(32, 32, ILC_COLOR32 | ILC_MASK, 0, 1));
-  const auto before = platform::CountLiveHandles();
+  const auto before = CountLiveHandles();
   {
     CMMCObjectSet set(LeaveToSet);
     Insert(set, 1, 0x00ABCDEF, 0);
     set.GetIconImageList(32, 32, list);
   }
-  EXPECT_EQ(platform::CountLiveHandles().icons, before.icons);
-  EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
+  EXPECT_EQ(CountLiveHandles().icons, before.icons);
+  EXPECT_EQ(CountLiveHandles().bitmaps, before.bitmaps);
   EXPECT_EQ(ImageOf(list, 0).colour, 0x00ABCDEFU);
 }
 

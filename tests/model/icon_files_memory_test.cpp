@@ -9,6 +9,7 @@
 
 #include "support/archive_bytes.h"
 #include "support/failing_allocation.h"
+#include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
@@ -24,7 +25,7 @@ constexpr long kMostAllocations = 1000;
 template <class Add>
 long FailEachAllocation(CMMCObjectSet& set, const Add& add) {
   const std::string before = Observed(set);
-  const auto handles = platform::CountLiveHandles();
+  const auto handles = CountLiveHandles();
   for (long index = 0; index < kMostAllocations; ++index) {
     __int64 cookie = 0;
     HRESULT status = kOutOfMemory;
@@ -40,8 +41,8 @@ long FailEachAllocation(CMMCObjectSet& set, const Add& add) {
     EXPECT_EQ(status, kOutOfMemory) << "allocation " << index;
     EXPECT_EQ(cookie, 0) << "allocation " << index;
     EXPECT_EQ(Observed(set), before) << "allocation " << index;
-    EXPECT_EQ(platform::CountLiveHandles().icons, handles.icons) << "allocation " << index;
-    EXPECT_EQ(platform::CountLiveHandles().bitmaps, handles.bitmaps) << "allocation " << index;
+    EXPECT_EQ(CountLiveHandles().icons, handles.icons) << "allocation " << index;
+    EXPECT_EQ(CountLiveHandles().bitmaps, handles.bitmaps) << "allocation " << index;
   }
   ADD_FAILURE() << "there is no end of allocations";
   return kMostAllocations;
@@ -51,7 +52,8 @@ TEST(IconFilesMemory, RunningShortWhileAnIconFileIsAddedLeavesNothing) {
   const TemporaryFolder folder;
   const CString path = WriteIcon(folder, "icon.ico", {SolidIcon(32, 0), SolidIcon(16, 0)});
   CMMCObjectSet set(LeaveToSet);
-  EXPECT_GT(FailEachAllocation(set, [&](__int64& cookie) { return set.AddIconFile(path, cookie); }), 10);
+  // Four bitmaps and three tables at least; what the reading of the file allocates is the platform's.
+  EXPECT_GE(FailEachAllocation(set, [&](__int64& cookie) { return set.AddIconFile(path, cookie); }), 7);
   EXPECT_EQ(set.GetIconFiles().size(), 1U);
   EXPECT_TRUE(set.IsModified());
 }

@@ -10,7 +10,9 @@
 
 #include <ondrel/MMCObjectSet.h>
 
+#include "model/icon_strips.h"
 #include "support/archive_bytes.h"
+#include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
@@ -18,65 +20,18 @@
 namespace ondrel::test {
 namespace {
 
-using platform::UniqueBitmap;
-
-constexpr DWORD kKey = 0x00FF00FF;
-
-void InsertRecord(CMMCObjectSet& set, __int64 cookie, const std::string& icon) {
-  LoadingArchive archive(Cookie(cookie) + icon);
-  set.DeserializeIconFile(*archive);
-}
-
-/// The two strips of a set; their handles are deleted with them.
-struct Strips {
-  explicit Strips(CMMCObjectSet& set, DWORD colour = kKey) {
-    HBITMAP smallBitmap = nullptr;
-    HBITMAP largeBitmap = nullptr;
-    set.GetIconBitmapImages(colour, smallBitmap, largeBitmap);
-    smallIcon.reset(smallBitmap);
-    large.reset(largeBitmap);
-  }
-  UniqueBitmap smallIcon;
-  UniqueBitmap large;
-};
-
-BITMAP Geometry(const UniqueBitmap& bitmap) {
-  BITMAP geometry = {};
-  EXPECT_NE(GetObjectW(bitmap.get(), sizeof geometry, &geometry), 0);
-  return geometry;
-}
-
-std::string Pixels(const UniqueBitmap& bitmap) {
-  const BITMAP geometry = Geometry(bitmap);
-  std::string bytes(static_cast<std::size_t>(geometry.bmWidthBytes) * static_cast<std::size_t>(geometry.bmHeight), '?');
-  EXPECT_EQ(GetBitmapBits(bitmap.get(), static_cast<LONG>(bytes.size()), bytes.data()),
-            static_cast<LONG>(bytes.size()));
-  return bytes;
-}
-
-/// Three bytes of a 32-bit strip as a colour.
-DWORD ColourAt(const std::string& pixels, int width, int x, int y) {
-  const auto* const pixel = reinterpret_cast<const unsigned char*>(pixels.data()) + 4 * (y * width + x);
-  return DWORD{pixel[0]} << 16 | DWORD{pixel[1]} << 8 | DWORD{pixel[2]};
-}
-
-int IndexOf(const CMMCObjectSet& set, __int64 cookie) {
-  int image = -99;
-  set.GetIconFileImage(cookie, image);
-  return image;
-}
-
-TEST(IconFilesStrips, ThreeOrdinaryIconsStandSideBySideInCookieOrder) {
+/// Three icon files stand side by side, in cookie order, in the strip of their large or of their small images.
+void ExpectStripOfThreeOrdinaryIcons(bool ofLarge) {
   const TemporaryFolder folder;
   CMMCObjectSet set(LeaveToSet);
-  std::map<__int64, IconPicture> large;
-  std::map<__int64, IconPicture> smallIcon;
+  std::map<__int64, IconPicture> pictures;
   for (const __int64 cookie : {30, 10, 20}) {
-    large[cookie] = PatternPicture(32, 32, cookie == 20 ? 24 : 32);
-    smallIcon[cookie] = PatternPicture(16, 16, cookie == 30 ? 8 : 32);
-    large[cookie].pixels[33] = static_cast<std::uint32_t>(cookie);
-    const CString path = WriteIcon(folder, std::to_string(cookie) + ".ico", {large[cookie], smallIcon[cookie]});
+    IconPicture large = PatternPicture(32, 32, cookie == 20 ? 24 : 32);
+    IconPicture smallIcon = PatternPicture(16, 16, cookie == 30 ? 8 : 32);
+    large.pixels[33] = static_cast<std::uint32_t>(cookie);
+    const CString path = WriteIcon(folder, std::to_string(cookie) + ".ico", {large, smallIcon});
     ASSERT_EQ(CMMCObjectSetProbe::InsertIconFile(set, path, cookie), S_OK);
+    pictures[cookie] = ofLarge ? large : smallIcon;
   }
 
   const Strips strips(set);
@@ -90,24 +45,27 @@ TEST(IconFilesStrips, ThreeOrdinaryIconsStandSideBySideInCookieOrder) {
   EXPECT_EQ(largeGeometry.bmHeight, 32);
   EXPECT_EQ(largeGeometry.bmBitsPixel, 32);
 
-  const std::string largePixels = Pixels(strips.large);
-  const std::string smallPixels = Pixels(strips.smallIcon);
+  const std::string pixels = Pixels(ofLarge ? strips.large : strips.smallIcon);
   int index = 0;
-  for (const __int64 cookie : {10, 20, 30}) {
+  for (const auto& [cookie, picture] : pictures) {
     EXPECT_EQ(IndexOf(set, cookie), index) << cookie;
-    const auto expectPicture = [&](const IconPicture& picture, const std::string& pixels) {
-      for (int y = 0; y < picture.height; ++y) {
-        for (int x = 0; x < picture.width; ++x) {
-          ASSERT_EQ(ColourAt(pixels, 3 * picture.width, index * picture.width + x, y),
-                    picture.IsTransparent(x, y) ? kKey : ColourOf(picture, x, y))
-              << "icon " << cookie << ", " << picture.width << " wide, " << x << ", " << y;
-        }
+    for (int y = 0; y < picture.height; ++y) {
+      for (int x = 0; x < picture.width; ++x) {
+        ASSERT_EQ(ColourAt(pixels, 3 * picture.width, index * picture.width + x, y),
+                  picture.IsTransparent(x, y) ? kKey : ColourOf(picture, x, y))
+            << "icon " << cookie << ", " << x << ", " << y;
       }
-    };
-    expectPicture(large[cookie], largePixels);
-    expectPicture(smallIcon[cookie], smallPixels);
+    }
     ++index;
   }
+}
+
+TEST(IconFilesStrips, LargeImagesOfThreeOrdinaryIconsStandSideBySideInCookieOrder) {
+  ExpectStripOfThreeOrdinaryIcons(true);
+}
+
+TEST(IconFilesStrips, SmallImagesOfThreeOrdinaryIconsStandSideBySideInCookieOrder) {
+  ExpectStripOfThreeOrdinaryIcons(false);
 }
 
 TEST(IconFilesStrips, OneIconIsItsMaskedImagesByteForByte) {
@@ -130,7 +88,7 @@ TEST(IconFilesStrips, IconsFromAnImageAreDrawnToo) {
 
 TEST(IconFilesStrips, ASetWithoutIconsHandsEmptyStripsToThePlatform) {
   CMMCObjectSet set(LeaveToSet);
-  const auto before = platform::CountLiveHandles();
+  const auto before = CountLiveHandles();
   {
     const Strips strips(set);
     ASSERT_NE(strips.smallIcon, nullptr);
@@ -139,9 +97,9 @@ TEST(IconFilesStrips, ASetWithoutIconsHandsEmptyStripsToThePlatform) {
     EXPECT_EQ(Geometry(strips.smallIcon).bmWidth, 1);
     EXPECT_EQ(Geometry(strips.smallIcon).bmHeight, 1);
     EXPECT_EQ(Geometry(strips.smallIcon).bmBitsPixel, 1);
-    EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps + 2);
+    EXPECT_EQ(CountLiveHandles().bitmaps, before.bitmaps + 2);
   }
-  EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
+  EXPECT_EQ(CountLiveHandles().bitmaps, before.bitmaps);
 }
 
 TEST(IconFilesStrips, IndicesAreNotedAnew) {
@@ -227,37 +185,6 @@ TEST(IconFilesStrips, ALaterIconOfAnotherDepthIsBlackWhereItIsOpaque) {
                                                        "01 01 01 00 01 01 01 00 00 00 00 00 00 00 00 00")));
 }
 
-TEST(IconFilesStrips, DepthsThatThePlatformRefusesGiveNullHandlesAndTheReason) {
-  CMMCObjectSet set(LeaveToSet);
-  const std::string colour = BitmapBytes(8, 8, 2, 2, std::string(16, '\0'));  // no platform bitmap has 2 bits
-  InsertRecord(set, 1, colour + std::string(24, '\0') + colour + std::string(24, '\0'));
-  const auto before = platform::CountLiveHandles();
-  HBITMAP smallIcon = reinterpret_cast<HBITMAP>(&set);
-  HBITMAP large = reinterpret_cast<HBITMAP>(&set);
-  SetLastError(ERROR_SUCCESS);
-  set.GetIconBitmapImages(kKey, smallIcon, large);
-  EXPECT_EQ(smallIcon, nullptr);
-  EXPECT_EQ(large, nullptr);
-  EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
-  EXPECT_EQ(IndexOf(set, 1), 0) << "the indices are noted before the handles are made";
-}
-
-TEST(IconFilesStrips, AFailureOfTheLargeStripDeletesTheSmallOneAndKeepsTheReason) {
-  CMMCObjectSet set(LeaveToSet);
-  const std::string large = BitmapBytes(8, 8, 2, 2, std::string(16, '\0'));
-  const std::string smallIcon = BitmapBytes(1, 1, 4, 32, "1234");
-  InsertRecord(set, 1, large + std::string(24, '\0') + smallIcon + std::string(24, '\0'));
-  const auto before = platform::CountLiveHandles();
-  SetLastError(ERROR_SUCCESS);
-  const Strips strips(set);
-  const DWORD reason = GetLastError();
-  EXPECT_EQ(strips.smallIcon, nullptr);
-  EXPECT_EQ(strips.large, nullptr);
-  EXPECT_EQ(reason, ERROR_INVALID_PARAMETER);
-  EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
-}
-
 TEST(IconFilesStrips, HostileGeometryIsRefusedOrEmptyAndEndsQuickly) {
   constexpr std::int64_t kMost = 0x7FFFFFFF;
   struct Claim {
@@ -274,14 +201,14 @@ TEST(IconFilesStrips, HostileGeometryIsRefusedOrEmptyAndEndsQuickly) {
     InsertRecord(set, 1, hostile + none + hostile + none);
     InsertRecord(set, 2, SolidIconBytes(2, 2, 0x00FFFFFF));
     InsertRecord(set, 3, hostile + none + hostile + none);
-    const auto before = platform::CountLiveHandles();
+    const auto before = CountLiveHandles();
     try {
       const Strips strips(set);
       EXPECT_EQ(strips.smallIcon == nullptr, strips.large == nullptr);
     } catch (const CMemoryException&) {
     } catch (const std::bad_alloc&) {
     }
-    EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps) << first.width << " x " << first.height;
+    EXPECT_EQ(CountLiveHandles().bitmaps, before.bitmaps) << first.width << " x " << first.height;
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(5))
         << first.width << " x " << first.height;
   }

@@ -2,13 +2,15 @@
 
 #include <gtest/gtest.h>
 
+#include <initializer_list>
+
 #include "support/model/sets.h"
 
 namespace ondrel::test {
 namespace {
 
 TEST(VariantCookie, IsTheSixtyFourBitMember) {
-  for (const __int64 cookie : {__int64{0}, __int64{5}, __int64{-2}, __int64{0x7FFFFFFFFFFFFFFF}}) {
+  for (const __int64 cookie : std::initializer_list<__int64>{0, 5, -2, 0x7FFFFFFFFFFFFFFF}) {
     CComVariant variant(cookie);
     EXPECT_EQ(CMMCObjectParams::V_OBJECT_COOKIE(&variant), cookie);
     EXPECT_EQ(CMMCObjectParams::V_FILE_COOKIE(&variant), cookie);

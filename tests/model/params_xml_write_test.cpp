@@ -106,10 +106,12 @@ TEST(ParamsXmlWrite, TextIsKeptAsItIs) {
             R"(<ChildQueries><Query Tag=" x " File="1"/></ChildQueries><MenuScript/><Scripts/></R>)");
 }
 
-TEST(ParamsXmlWrite, AttributesThatAreThereAreReplacedInPlaceAndElementsAreAdded) {
-  const CComPtr<IXMLDOMDocument> document = ParseDocument(R"(<R Type="x" Other="y"><Old/></R>)");
+TEST(ParamsXmlWrite, AttributesThatAreThereAreReplacedAndElementsAreAdded) {
+  // In the order of the writing, so that it says nothing whether a replaced attribute stays at its place.
+  const CComPtr<IXMLDOMDocument> document =
+      ParseDocument(R"(<R Other="y" Cookie="9" Name="x" Icon="9" Type="x"><Old/></R>)");
   EXPECT_EQ(MakeRecord({.cookie = 1, .name = _T("n")}).Serialize(document, RootOf(document)), 0);
-  EXPECT_EQ(XmlOf(document), R"(<R Type="List" Other="y" Cookie="1" Name="n" Icon="0"><Old/><ChildQueries/>)"
+  EXPECT_EQ(XmlOf(document), R"(<R Other="y" Cookie="1" Name="n" Icon="0" Type="List"><Old/><ChildQueries/>)"
                              R"(<MenuScript/><Scripts/></R>)");
 }
 

@@ -186,19 +186,26 @@ TEST(ProjectDocument, AListedNodeThatIsNotInTheIndexIsRefused) {
   EXPECT_EQ(raised->m_sc, static_cast<HRESULT>(0x80070490));
 }
 
-TEST(ProjectDocument, TextThatNoXmlCanCarryIsRefusedAndNothingIsWritten) {
-  for (const CString& name : {CString(WCHAR{0xD800}, 1), CString(WCHAR{1}, 1), CString(WCHAR{0xFFFF}, 1)}) {
-    CMMCObjectSet set(LeaveToSet);
-    ASSERT_EQ(set.AddNewNode(-1, name, CMMCObjectParams::eList), 0);
-    CMemFile file;
-    CVellum archive(&file, CArchive::store);
-    const auto raised = Raised<COleException>([&] { set.SerializeProjectFile(archive, nullptr); });
-    ASSERT_TRUE(raised);
-    EXPECT_LT(raised->m_sc, 0);
-    archive.Close();
-    EXPECT_EQ(BytesOf(file), "");
-    EXPECT_TRUE(set.IsModified());
-  }
+/// Saving a node of that name is refused, and nothing is written.
+void ExpectNameRefused(const CString& name) {
+  CMMCObjectSet set(LeaveToSet);
+  ASSERT_EQ(set.AddNewNode(-1, name, CMMCObjectParams::eList), 0);
+  CMemFile file;
+  CVellum archive(&file, CArchive::store);
+  const auto raised = Raised<COleException>([&] { set.SerializeProjectFile(archive, nullptr); });
+  ASSERT_TRUE(raised);
+  EXPECT_LT(raised->m_sc, 0);
+  archive.Close();
+  EXPECT_EQ(BytesOf(file), "");
+  EXPECT_TRUE(set.IsModified());
+}
+
+TEST(ProjectDocument, CharactersThatNoXmlCanCarryAreRefusedAndNothingIsWritten) {
+  for (const WCHAR unit : {WCHAR{1}, WCHAR{0x1F}, WCHAR{0xFFFF}}) ExpectNameRefused(CString(unit, 1));
+}
+
+TEST(ProjectDocument, HalvesOfSurrogatePairsAreRefusedAndNothingIsWritten) {
+  for (const WCHAR unit : {WCHAR{0xD800}, WCHAR{0xDFFF}}) ExpectNameRefused(CString(unit, 1));
 }
 
 }  // namespace

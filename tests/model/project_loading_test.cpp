@@ -8,6 +8,7 @@
 #include <ondrel/MMCObjectSet.h>
 
 #include "support/archive_bytes.h"
+#include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
@@ -76,7 +77,7 @@ TEST_F(ProjectLoading, AModifiedSetIsUnmodifiedAfterwards) {
 TEST_F(ProjectLoading, OfTwoFileGroupsTheFirstIsRead) {
   const TemporaryFolder folder;
   WriteIcon(folder, "a.ico", {SolidIcon(32, 0)});
-  const std::string icon = folder.Path().string();
+  const std::string icon = Utf8(folder.Path());
   Load("<FileGroup>" + FileElement(1, "a.js") + "<Icon Cookie=\"2\" Path=\"" + icon + "/a.ico\"/></FileGroup>" +
        "<FileGroup>" + FileElement(3, "b.js") + "<Icon Cookie=\"4\" Path=\"nowhere\"/><File/></FileGroup>");
   EXPECT_EQ(m_set.GetCodeFiles(), Cookies{1});
@@ -174,11 +175,11 @@ TEST_F(ProjectLoading, ImageIndicesStay) {
 
 TEST_F(ProjectLoading, HandlesOfTheFormerIconsAreReleased) {
   const TemporaryFolder folder;
-  const auto before = platform::CountLiveHandles();
+  const auto before = CountLiveHandles();
   __int64 cookie = 0;
   ASSERT_EQ(m_set.AddIconFile(WriteIcon(folder, "a.ico", {SolidIcon(32, 0)}), cookie), S_OK);
   Load("");
-  EXPECT_EQ(platform::CountLiveHandles().icons, before.icons);
+  EXPECT_EQ(CountLiveHandles().icons, before.icons);
 }
 
 }  // namespace

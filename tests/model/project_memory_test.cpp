@@ -9,6 +9,7 @@
 
 #include "support/archive_bytes.h"
 #include "support/failing_allocation.h"
+#include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
@@ -58,6 +59,14 @@ class ProjectMemory : public testing::Test {
     m_fileName = m_directory + _T("project.xml");
     WriteIcon(m_folder, "icon.ico", {SolidIcon(32, 0)});
     ASSERT_EQ(m_set.AddNode(-1, 12, MakeRecord(FullRecord(CMMCObjectParams::eHTML))), S_OK);
+    // Enough of them that the set's own allocations are many: those of the document do not fail everywhere.
+    for (__int64 cookie = 2; cookie < 12; ++cookie) {
+      RecordFields record = FullRecord(CMMCObjectParams::eHTML);
+      record.cookie = cookie;
+      ASSERT_EQ(m_set.AddNode(12, cookie, MakeRecord(record)), S_OK);
+      const CString path = Wide(m_folder.Write("b" + std::to_string(cookie) + ".js", "x"));
+      ASSERT_EQ(CMMCObjectSetProbe::InsertCodeFile(m_set, path, 60 + cookie, Unchanged), S_OK);
+    }
     ASSERT_EQ(m_set.AddNode(12, 13, CMMCObjectParams(13, _T("Below"), CMMCObjectParams::eList)), S_OK);
     ASSERT_EQ(m_set.AddDialog(14, CMMCObjectParams(14, _T("About"), CMMCObjectParams::eDialog)), S_OK);
     ASSERT_EQ(CMMCObjectSetProbe::InsertIconFile(m_set, m_directory + _T("icon.ico"), 40), S_OK);
@@ -75,12 +84,12 @@ TEST_F(ProjectMemory, RunningShortWhileLoadingLeavesTheSetAsItWas) {
   const std::string bytes = SavedProject(m_set, m_fileName);
   CMMCObjectSetProbe::SetModifiedFlag(m_set, 1);
   ASSERT_EQ(m_set.AddNewDialog(_T("Only here")), 15);
-  const auto handles = platform::CountLiveHandles();
+  const auto handles = CountLiveHandles();
   const long failures = FailEachAllocation(m_set, [&] { LoadProject(m_set, bytes, m_fileName); });
   EXPECT_GT(failures, 50);
   EXPECT_EQ(m_set.GetDialog(_T("Only here")), 0) << "in the end it was loaded";
   EXPECT_EQ(m_set.GetDialog(_T("About")), 14);
-  EXPECT_EQ(platform::CountLiveHandles().icons, handles.icons);
+  EXPECT_EQ(CountLiveHandles().icons, handles.icons);
 }
 
 TEST_F(ProjectMemory, RunningShortWhileSavingLeavesTheSetAsItWas) {

@@ -10,6 +10,7 @@
 #include <ondrel/MMCObjectSet.h>
 
 #include "support/archive_bytes.h"
+#include "support/live_handles.h"
 #include "support/model/random_sets.h"
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
@@ -102,22 +103,22 @@ TEST(RoundTrip, ThroughAnImageEverySetComesBackEqual) {
 }
 
 TEST(RoundTrip, HandlesAreReleasedWithTheSets) {
-  const auto before = platform::CountLiveHandles();
+  const auto before = CountLiveHandles();
   for (unsigned seed = 0; seed < 10; ++seed) {
     const TemporaryFolder folder;
     const CString fileName = Wide(folder.Path()) + _T("\\p.xml");
     std::mt19937 random(seed);
     CMMCObjectSet set(LeaveToSet);
     FillRandomly(set, random, Form::projectAndImage, folder);
-    EXPECT_EQ(platform::CountLiveHandles().icons, before.icons + 2 * static_cast<long>(set.GetIconFiles().size()));
+    EXPECT_EQ(CountLiveHandles().icons, before.icons + 2 * static_cast<long>(set.GetIconFiles().size()));
     CMMCObjectSet loaded(LeaveToSet);
     LoadProject(loaded, SavedProject(set, fileName), fileName);
     LoadImage(set, SavedImage(loaded));
     LoadProject(loaded, "<Project/>");
-    EXPECT_EQ(platform::CountLiveHandles().icons, before.icons) << "seed " << seed;
+    EXPECT_EQ(CountLiveHandles().icons, before.icons) << "seed " << seed;
   }
-  EXPECT_EQ(platform::CountLiveHandles().icons, before.icons);
-  EXPECT_EQ(platform::CountLiveHandles().bitmaps, before.bitmaps);
+  EXPECT_EQ(CountLiveHandles().icons, before.icons);
+  EXPECT_EQ(CountLiveHandles().bitmaps, before.bitmaps);
 }
 
 }  // namespace

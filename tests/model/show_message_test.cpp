@@ -13,8 +13,7 @@
 
 #include <ondrel/ShowMessage.h>
 
-#include "os/console_base.h"
-#include "os/dispatch_base.h"
+#include "os/whole_console.h"
 #include "support/model/exported_function.h"
 #include "support/print_text.h"
 
@@ -58,7 +57,7 @@ void PrintTo(const Shown& shown, std::ostream* out) {
 enum class Offers { console, consoleAndDispatch, nothing };
 
 /// A console that records what it is asked to show. Lives in its test, and watches its references.
-class RecordingConsole final : public ConsoleBase {
+class RecordingConsole final : public Whole<IConsole3> {
  public:
   explicit RecordingConsole(Offers offers = Offers::console) : m_dispatch(*this), m_offers(offers) {}
 
@@ -100,7 +99,7 @@ class RecordingConsole final : public ConsoleBase {
 
  private:
   /// The same object for scripts.
-  class ScriptSide final : public DispatchBase {
+  class ScriptSide final : public Whole<IDispatch> {
    public:
     explicit ScriptSide(RecordingConsole& object) : m_object(object) {}
 

@@ -3,12 +3,12 @@
 
 #include <ondrel/platform/com.h>
 
-#include "os/stream_base.h"
+#include "os/whole_interfaces.h"
 
 namespace ondrel::test {
 
 /// Lives in its test, whatever becomes of its references. Offers itself as IStream and its bases.
-class CountedStream : public StreamBase {
+class CountedStream : public Whole<IStream> {
  public:
   /// The references that are held now.
   ULONG References() const { return m_references; }
@@ -24,6 +24,9 @@ class CountedStream : public StreamBase {
   }
   ULONG STDMETHODCALLTYPE AddRef() override { return ++m_references; }
   ULONG STDMETHODCALLTYPE Release() override { return --m_references; }
+
+  HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override { return E_NOTIMPL; }
+  HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER) override { return E_NOTIMPL; }
 
  private:
   ULONG m_references = 0;

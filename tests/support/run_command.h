@@ -17,8 +17,9 @@ struct CommandLine {
   std::map<std::string, std::string> environment{};  ///< Added to the environment of the test.
   std::filesystem::path workingFolder{};             ///< The test's own when it is empty.
   std::filesystem::path standardOutput{};            ///< Where the output goes instead of into the result.
-  std::optional<std::uint64_t> largestFile{};        ///< A limit, in bytes, of the files that the program writes.
-  bool withoutPrivileges = false;                    ///< Run as a user who owns nothing. Requires CanDropPrivileges.
+  bool nobodyReads = false;                          ///< The output goes into a pipe that has no reader any more.
+  std::optional<std::uint64_t> largestFile{};        ///< Off Windows: a limit, in bytes, of the files that it writes.
+  bool withoutPrivileges = false;                    ///< Off Windows: run as a user who owns nothing.
   std::chrono::milliseconds timeLimit{30'000};       ///< After which the program is stopped.
 };
 
@@ -32,11 +33,5 @@ struct CommandResult {
 
 /// Runs a program without standard input and waits for its end. Raises std::runtime_error when it cannot be started.
 CommandResult RunCommand(const CommandLine& commandLine);
-
-/// Whether this system, and the user of the test, can run a program as a user who owns nothing.
-bool CanDropPrivileges();
-
-/// Makes a pipe with a name. False where the system has none in its folders.
-bool MakeNamedPipe(const std::filesystem::path& path);
 
 }  // namespace ondrel::test

@@ -17,7 +17,8 @@ class TemporaryFolder {
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
 
   const std::filesystem::path& Path() const { return m_path; }
-  std::filesystem::path operator/(std::string_view name) const { return m_path / name; }
+  /// The path of a name in the folder. Names are UTF-8, here and below.
+  std::filesystem::path operator/(std::string_view name) const;
 
   /// Writes a file, with the folders above it, and gives its path.
   std::filesystem::path Write(std::string_view name, std::string_view bytes) const;
@@ -27,6 +28,11 @@ class TemporaryFolder {
  private:
   std::filesystem::path m_path;
 };
+
+/// A path from its text and back. The text is UTF-8 where the system's paths are not plain bytes; the functions of
+/// std::filesystem that take and give narrow text lose characters there.
+std::filesystem::path PathFrom(std::string_view utf8);
+std::string Utf8(const std::filesystem::path& path);
 
 /// A file's bytes.
 std::string ReadBytes(const std::filesystem::path& path);

@@ -35,7 +35,8 @@ TEST(ClassTable, RefusesUnknownClassesOtherProcessesAndAggregation) {
   const CComPtr<IXMLDOMDocument> outer = NewDocument();
   CComPtr<IXMLDOMDocument> inner;
   EXPECT_EQ(Hex(inner.CoCreateInstance(CLSID_DOMDocument, outer, CLSCTX_INPROC_SERVER)), Hex(CLASS_E_NOAGGREGATION));
-  EXPECT_EQ(Hex(CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_ALL, IUnknown::kId, nullptr)), Hex(E_POINTER));
+  EXPECT_EQ(Hex(CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_ALL, platform::InterfaceId<IUnknown>(), nullptr)),
+            Hex(E_POINTER));
 }
 
 }  // namespace

@@ -23,14 +23,14 @@ std::string Hex(HRESULT status) {
 
 CComPtr<IXMLDOMDocument> NewDocument() {
   CComPtr<IXMLDOMDocument> document;
-  Require(document.CoCreateInstance(CLSID_DOMDocument, nullptr, CLSCTX_INPROC_SERVER), "CoCreateInstance");
+  Require(platform::CreateDocument(&document), "CreateDocument");
   return document;
 }
 
 HRESULT Load(IXMLDOMDocument* document, const CString& text) {
   VARIANT_BOOL loaded = VARIANT_FALSE;
-  const HRESULT status = document->loadXML(CComBSTR(text), &loaded);
-  if ((status == S_OK) != (loaded == VARIANT_TRUE)) throw std::runtime_error("loadXML's status and flag disagree");
+  const HRESULT status = platform::LoadDocument(document, CComBSTR(text), &loaded);
+  if ((status == S_OK) != (loaded == VARIANT_TRUE)) throw std::runtime_error("the status and the flag disagree");
   return status;
 }
 
@@ -75,6 +75,22 @@ void SetAttribute(IXMLDOMDocument* document, IXMLDOMNode* element, LPCWSTR name,
   CComPtr<IXMLDOMNamedNodeMap> attributes;
   Require(element->get_attributes(&attributes), "get_attributes");
   Require(attributes->setNamedItem(attribute, nullptr), "setNamedItem");
+}
+
+CComPtr<IXMLDOMNamedNodeMap> AttributesOf(IXMLDOMNode* element) {
+  CComPtr<IXMLDOMNamedNodeMap> attributes;
+  if (element->get_attributes(&attributes) != S_OK) throw std::runtime_error("no attributes");
+  return attributes;
+}
+
+CString Kept(const VARIANT& value) {
+  const CComPtr<IXMLDOMDocument> document = NewDocument();
+  const CComPtr<IXMLDOMAttribute> attribute = NewAttribute(document, _T("a"), _T("before"));
+  Require(attribute->put_value(value), "put_value");
+  CComVariant kept;
+  Require(attribute->get_nodeValue(&kept), "get_nodeValue");
+  if (kept.vt != VT_BSTR) throw std::runtime_error("an attribute without text");
+  return CString(kept.bstrVal, static_cast<int>(SysStringLen(kept.bstrVal)));
 }
 
 CString NameOf(IXMLDOMNode* node) {

@@ -14,7 +14,7 @@ namespace ondrel::test {
 std::string Hex(HRESULT status);
 
 CComPtr<IXMLDOMDocument> NewDocument();
-/// loadXML's status. `text` is taken as the narrow code page.
+/// LoadDocument's status. Narrow text is taken as the narrow code page.
 HRESULT Load(IXMLDOMDocument* document, const CString& text);
 HRESULT Load(IXMLDOMDocument* document, const std::string& text);
 /// A document with this text. Raises std::runtime_error when it is refused.
@@ -30,6 +30,9 @@ CComPtr<IXMLDOMAttribute> NewAttribute(IXMLDOMDocument* document, LPCWSTR name, 
 /// Creates an attribute and sets it on the element.
 void SetAttribute(IXMLDOMDocument* document, IXMLDOMNode* element, LPCWSTR name, const CString& value);
 
+CComPtr<IXMLDOMNamedNodeMap> AttributesOf(IXMLDOMNode* element);
+/// The text of an attribute that was given this value.
+CString Kept(const VARIANT& value);
 CString NameOf(IXMLDOMNode* node);
 /// The attribute's text, or "(none)".
 CString AttributeOf(IXMLDOMNode* element, LPCWSTR name);

@@ -42,9 +42,8 @@ TEST(VariantConversion, DecimalTextBecomesANumber) {
 }
 
 TEST(VariantConversion, TextThatIsNoNumberIsAMismatchAndStays) {
-  for (const LPCWSTR text :
-       {_T(""), _T(" "), _T("\t"), _T("abc"), _T("12a"), _T("a12"), _T("-"), _T("+"), _T("- "), _T("--1"),
-        _T("-1-"), _T("1 2"), _T("12 -3"), _T("0x10"), _T("99999999999999999999x")}) {
+  for (const LPCWSTR text : {_T(""), _T(" "), _T("\t"), _T("abc"), _T("12a"), _T("a12"), _T("-"), _T("+"), _T("- "),
+                             _T("--1"), _T("-1-"), _T("1 2"), _T("12 -3"), _T("0x10"), _T("99999999999999999999x")}) {
     CComVariant variant(text);
     EXPECT_EQ(Hex(variant.ChangeType(VT_I8)), Hex(DISP_E_TYPEMISMATCH)) << '"' << platform::ToUtf8(text) << '"';
     EXPECT_EQ(variant.vt, VT_BSTR);
@@ -63,7 +62,7 @@ TEST(VariantConversion, NullTextIsAMismatch) {
 TEST(VariantConversion, ANumberOutOfRangeOverflowsAndTheDestinationStays) {
   for (const LPCWSTR text : {_T("9223372036854775808"), _T("-9223372036854775809"), _T("18446744073709551616"),
                              _T("100000000000000000000000000000")}) {
-    const CComVariant source(text);
+    CComVariant source(text);
     CComVariant destination(_T("kept"));
 
     EXPECT_EQ(Hex(VariantChangeType(&destination, &source, 0, VT_I8)), Hex(DISP_E_OVERFLOW)) << platform::ToUtf8(text);
@@ -146,7 +145,7 @@ TEST(VariantConversion, TruthIsMinusOne) {
 }
 
 TEST(VariantConversion, ToItsOwnTypeIsACopy) {
-  const CComVariant source(_T("not a number"));
+  CComVariant source(_T("not a number"));
   CComVariant copy;
   ASSERT_EQ(VariantChangeType(&copy, &source, 0, VT_BSTR), S_OK);
   EXPECT_NE(copy.bstrVal, source.bstrVal);

@@ -7,7 +7,6 @@
 #include <ondrel/platform/program.h>
 
 #include "definition_file.h"
-#include "native_path.h"
 #include "output.h"
 #include "printable.h"
 #include "tree_drawing.h"
@@ -19,14 +18,14 @@ constexpr int kWritingSize = 64 * 1024;
 constexpr ULONGLONG kLargestCodeFile =
     std::numeric_limits<std::uint32_t>::max();  // its length takes 32 bits in an image
 
-bool IsSameFile(const std::filesystem::path& image, const std::string& source) {
+bool IsSameFile(const std::filesystem::path& image, const CString& source) {
   std::error_code ignored;
-  return std::filesystem::equivalent(image, NativePath(source), ignored);
+  return std::filesystem::equivalent(image, platform::StandardPath(source), ignored);
 }
 
 /// Refuses a place that a file cannot take, and one where a file stands that the image is made from.
 void RequirePlace(const Definition& definition, const std::string& image) {
-  const std::filesystem::path place = NativePath(image);
+  const std::filesystem::path place = platform::StandardPath(platform::PathFromUtf8(image));
   std::error_code ignored;
   const std::filesystem::file_status status = std::filesystem::status(place, ignored);
   if (!std::filesystem::exists(status)) return;
@@ -37,12 +36,12 @@ void RequirePlace(const Definition& definition, const std::string& image) {
   const auto refuse = [&](const std::string& what) {
     throw Failure({image}, "the image would overwrite " + what + "; give it another name", StatusText(E_INVALIDARG));
   };
-  if (IsSameFile(place, definition.file)) refuse("the project");
+  if (IsSameFile(place, platform::PathFromUtf8(definition.file))) refuse("the project");
   for (const ProjectFile& file : definition.project->IconFiles()) {
-    if (IsSameFile(place, platform::PathToUtf8(*file.path))) refuse("icon file " + Quoted(file.spelling));
+    if (IsSameFile(place, *file.path)) refuse("icon file " + Quoted(file.spelling));
   }
   for (const ProjectFile& file : definition.project->CodeFiles()) {
-    if (IsSameFile(place, platform::PathToUtf8(*file.path))) refuse("code file " + Quoted(file.spelling));
+    if (IsSameFile(place, *file.path)) refuse("code file " + Quoted(file.spelling));
   }
 }
 

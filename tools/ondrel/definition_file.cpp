@@ -15,6 +15,7 @@ namespace ondrel::command {
 namespace {
 
 constexpr HRESULT kInvalidData = HRESULT_FROM_WIN32(ERROR_INVALID_DATA);
+constexpr HRESULT kNoIcon = HRESULT_FROM_WIN32(ERROR_RESOURCE_DATA_NOT_FOUND);
 constexpr UINT kReadingSize = 64 * 1024;
 constexpr std::size_t kSampleSize = 4096;                               // enough to tell the forms apart
 constexpr ULONGLONG kLargestProject = std::numeric_limits<int>::max();  // bytes; the library loads no longer text
@@ -98,9 +99,21 @@ const ProjectFile* FailingIcon(const ProjectInspector& project, HRESULT status, 
 
 std::string ExplainIcon(const ProjectFile& icon, HRESULT status) {
   const std::string label = "icon file " + std::to_string(*icon.cookie) + ", " + Quoted(icon.spelling) + ": ";
-  if (status == HRESULT_FROM_WIN32(ERROR_RESOURCE_DATA_NOT_FOUND)) return label + "it holds no icon; name an icon file";
   if (status == kInvalidData) return label + "its icon is damaged; make the file anew";
+  // Systems have several statuses for a file without an icon. That the file itself can be read tells it from a file
+  // that cannot.
+  const bool isReadable = CFile().Open(*icon.path, CFile::modeRead | CFile::shareDenyNone);
+  if (isReadable && status != E_OUTOFMEMORY) return label + "it holds no icon; name an icon file";
   return label + ExplainFileFault(*icon.path, status);
+}
+
+/// Some systems have no status for a file without an icon, and the load takes it for an icon of no size.
+void RequireIcons(const Definition& definition) {
+  for (const ProjectFile& file : definition.project->IconFiles()) {
+    const CMMCObjectIcon* icon = nullptr;
+    if (!definition.set.GetIconFile(*file.cookie, &icon) || icon->GetColourBitmap(true).bmWidth != 0) continue;
+    throw Failure(definition.At(file.line), ExplainIcon(file, kNoIcon), StatusText(kNoIcon));
+  }
 }
 
 Failure ExplainProjectLoad(const Definition& definition, const COleException& raised) {
@@ -130,6 +143,7 @@ void LoadProject(Definition& definition, const std::string& bytes) {
   } catch (const COleException& raised) {
     throw ExplainProjectLoad(definition, raised);
   }
+  RequireIcons(definition);
 }
 
 void LoadObjectImage(Definition& definition, CFile& file) {

@@ -7,7 +7,6 @@
 #include <ondrel/platform/drive_letter.h>
 #include <ondrel/platform/program.h>
 
-#include "native_path.h"
 #include "printable.h"
 
 namespace ondrel::command {
@@ -29,7 +28,7 @@ std::string ExplainMissing(const CString& path) {
     return place + " cannot be reached from this system; name the file by a relative name";
   }
   std::error_code ignored;
-  const std::filesystem::path folder = NativePath(platform::PathToUtf8(path)).parent_path();
+  const std::filesystem::path folder = platform::StandardPath(path).parent_path();
   if (!folder.empty() && !std::filesystem::is_directory(folder, ignored)) {
     return "its folder is not there; check the name or make the folder";
   }
@@ -38,7 +37,7 @@ std::string ExplainMissing(const CString& path) {
 
 std::string ExplainDenied(const CString& path) {
   std::error_code ignored;
-  const std::filesystem::file_status status = std::filesystem::status(NativePath(platform::PathToUtf8(path)), ignored);
+  const std::filesystem::file_status status = std::filesystem::status(platform::StandardPath(path), ignored);
   if (std::filesystem::is_directory(status)) return "it is a folder; name a file";
   if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
     return "it is no regular file; name a file on disk";

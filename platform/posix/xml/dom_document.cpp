@@ -124,4 +124,9 @@ HRESULT CreateDocument(IXMLDOMDocument** document) {
   return CreateDomDocument(InterfaceId<IXMLDOMDocument>(), reinterpret_cast<void**>(document));
 }
 
+HRESULT LoadDocument(IXMLDOMDocument* document, BSTR text, VARIANT_BOOL* loaded) {
+  if (document == nullptr || loaded == nullptr) return E_INVALIDARG;
+  return document->loadXML(text, loaded);  // which already has these rules
+}
+
 }  // namespace ondrel::platform

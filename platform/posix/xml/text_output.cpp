@@ -14,11 +14,6 @@ namespace {
 // Large enough that the stream is rarely called, small enough that a large document is not held twice.
 constexpr std::size_t kBlockSize = 64 * 1024;
 
-bool IsXmlCharacter(char32_t character) {
-  if (character < ' ') return character == '\t' || character == '\n' || character == '\r';
-  return !IsSurrogate(character) && character != 0xFFFE && character != 0xFFFF;
-}
-
 std::string_view ReferenceFor(char32_t character) {
   switch (character) {
     case '&':

@@ -1,9 +1,11 @@
 // A new file beside the place that it is to take.
 #include "program/file_beside.h"
 
+#include <optional>
 #include <random>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "system/system_path.h"
 
@@ -33,6 +35,31 @@ DWORD FollowLinks(std::wstring& path) {
   return ERROR_SUCCESS;
 }
 
+// What a file that is replaced hands on: who may use it, and how folders list it. Where its file system knows no such
+// things, the new file comes with its own.
+class Inheritance {
+ public:
+  Inheritance(const std::wstring& oldFile, DWORD oldAttributes) : m_attributes(oldAttributes & kAttributes) {
+    DWORD size = 0;
+    GetFileSecurityW(oldFile.c_str(), kAccessRules, nullptr, 0, &size);
+    m_rules.resize(size);
+    if (!GetFileSecurityW(oldFile.c_str(), kAccessRules, m_rules.data(), size, &size)) m_rules.clear();
+  }
+
+  void GiveTo(const std::wstring& newFile) {
+    if (!m_rules.empty()) SetFileSecurityW(newFile.c_str(), kAccessRules, m_rules.data());
+    if (m_attributes != 0) SetFileAttributesW(newFile.c_str(), m_attributes);
+  }
+
+ private:
+  static constexpr SECURITY_INFORMATION kAccessRules = DACL_SECURITY_INFORMATION;
+  static constexpr DWORD kAttributes =
+      FILE_ATTRIBUTE_HIDDEN | FILE_ATTRIBUTE_SYSTEM | FILE_ATTRIBUTE_NOT_CONTENT_INDEXED;
+
+  DWORD m_attributes;
+  std::vector<BYTE> m_rules;
+};
+
 // A name for a file beside `place` that no other has.
 std::wstring TemporaryName(const std::wstring& place) {
   constexpr wchar_t kDigits[] = L"0123456789abcdef";
@@ -56,23 +83,30 @@ DWORD CreateFileBeside(const CString& path, FileBeside& created) {
   if (place.starts_with(kDevices)) return ERROR_ACCESS_DENIED;
   std::wstring systemPlace;
   if (const DWORD code = SystemPath(place.c_str(), systemPlace); code != ERROR_SUCCESS) return code;
-  const DWORD attributes = GetFileAttributesW(systemPlace.c_str());
-  if (attributes != INVALID_FILE_ATTRIBUTES) {
-    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) return ERROR_ACCESS_DENIED;
+  std::optional<Inheritance> inheritance;
+  if (DWORD attributes = GetFileAttributesW(systemPlace.c_str()); attributes != INVALID_FILE_ATTRIBUTES) {
     if ((attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
       if (const DWORD code = FollowLinks(systemPlace); code != ERROR_SUCCESS) return code;
       place = systemPlace;
+      attributes = GetFileAttributesW(systemPlace.c_str());
     }
+    // The system refuses to replace either, but only in the end, when all has been written.
+    if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) return ERROR_ACCESS_DENIED;
+    inheritance.emplace(systemPlace, attributes);
   }
   if (place.back() == L'\\') return ERROR_PATH_NOT_FOUND;  // a folder that is not there
   for (int attempts = 0; attempts < kMaxNameAttempts; ++attempts) {
     const CString name(TemporaryName(place));
+    std::wstring systemName;
+    if (const DWORD code = SystemPath(name, systemName); code != ERROR_SUCCESS) return code;
     OsFile file = kNoOsFile;
     const DWORD code = OpenOsFile(name, OsAccess::write, OsSharing::nothing, OsCreation::createNew, file);
     if (code == ERROR_FILE_EXISTS) continue;
     // A missing name here is the folder's: the file itself is being made.
     if (code == ERROR_FILE_NOT_FOUND) return ERROR_PATH_NOT_FOUND;
-    if (code == ERROR_SUCCESS) created = {file, CString(std::move(place)), name};
+    if (code != ERROR_SUCCESS) return code;
+    if (inheritance) inheritance->GiveTo(systemName);
+    created = {file, CString(std::move(place)), name};
     return code;
   }
   return ERROR_FILE_EXISTS;

@@ -37,7 +37,8 @@ void PrepareProgram() {
   _setmode(_fileno(stderr), _O_BINARY);
   UseUtf8Console();
   // A drive without a disk is an error of the call, not a dialog that a pipeline would wait for.
-  SetErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
+  // What the starter of the program has switched off already stays off.
+  SetErrorMode(GetErrorMode() | SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX);
 }
 
 std::vector<std::string> ProgramArguments(int, char**) {

@@ -87,6 +87,7 @@ DWORD OpenOsFile(LPCWSTR path, OsAccess access, OsSharing sharing, OsCreation cr
 DWORD CloseOsFile(OsFile file) { return ResultOf(CloseHandle(HandleOf(file))); }
 
 DWORD DuplicateOsFile(OsFile file, OsFile& copy) {
+  if (file == kNoOsFile) return ERROR_INVALID_HANDLE;  // the system would take this one for the process itself
   const HANDLE process = GetCurrentProcess();
   HANDLE duplicate = nullptr;
   if (!DuplicateHandle(process, HandleOf(file), process, &duplicate, 0, FALSE, DUPLICATE_SAME_ACCESS)) {
@@ -167,11 +168,8 @@ DWORD ReplaceOsFile(LPCWSTR from, LPCWSTR to) {
   std::wstring systemTo;
   if (const DWORD code = SystemPath(from, systemFrom); code != ERROR_SUCCESS) return code;
   if (const DWORD code = SystemPath(to, systemTo); code != ERROR_SUCCESS) return code;
-  // A file that is replaced hands its attributes and access rules on; where its file system cannot do so, or there is
-  // none, the new one comes with its own.
-  if (ReplaceFileW(systemTo.c_str(), systemFrom.c_str(), nullptr, REPLACEFILE_WRITE_THROUGH, nullptr, nullptr)) {
-    return ERROR_SUCCESS;
-  }
+  // ReplaceFileW would hand on more of the old file, but in several steps: between two of them the old file has another
+  // name, and a failure may leave it there.
   constexpr DWORD kHow = MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH;
   return ResultOf(MoveFileExW(systemFrom.c_str(), systemTo.c_str(), kHow));
 }

@@ -4,6 +4,8 @@
 
 #include <ondrel/platform/framework.h>
 
+#include "os/whole_interfaces.h"
+
 namespace ondrel::test {
 namespace {
 
@@ -18,7 +20,7 @@ CString FromUtf8(std::string_view text) {
 }
 
 /// Writes what a reader reports.
-class Teller final : public ISAXContentHandler {
+class Teller final : public Whole<ISAXContentHandler> {
  public:
   std::string text;
 

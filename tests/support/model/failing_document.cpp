@@ -5,6 +5,8 @@
 
 #include <ondrel/platform/framework.h>
 
+#include "os/whole_interfaces.h"
+
 namespace ondrel::test {
 namespace {
 
@@ -25,7 +27,7 @@ std::string Named(const char* call, BSTR name) {
 }
 
 template <class Interface>
-class StandIn : public Interface {
+class StandIn : public Whole<Interface> {
  public:
   StandIn(Interface* real, DocumentCalls& calls) : m_real(real), m_calls(calls) {}
 

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include <gtest/gtest.h>
+
 #include <ondrel/MMCObjectSet.h>
 
 #include "support/icon_bytes.h"
@@ -49,6 +51,19 @@ inline std::string SolidIconBytes(int largeSize, int smallSize, DWORD colour) {
     bytes += BitmapBytes(size, size, 4 * size, 32, pixels) + std::string(24, '\0');
   }
   return bytes;
+}
+
+/// The icon has no images and no handles.
+inline void ExpectEmpty(const CMMCObjectIcon& icon) {
+  for (const bool large : {true, false}) {
+    EXPECT_EQ(icon.GetColourBitmap(large).bmWidth, 0);
+    EXPECT_EQ(icon.GetColourBitmap(large).bmHeight, 0);
+    EXPECT_EQ(icon.GetColourBitmap(large).bmBitsPixel, 0);
+    EXPECT_EQ(icon.GetColourBitmap(large).bmBits, nullptr);
+    EXPECT_EQ(icon.GetPixel(large, 0, 0, 0x00FF00FF), 0U);
+  }
+  EXPECT_EQ(icon.GetIcon(32, 32), nullptr);
+  EXPECT_EQ(icon.GetIcon(16, 16), nullptr);
 }
 
 }  // namespace ondrel::test

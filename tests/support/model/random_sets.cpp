@@ -141,7 +141,7 @@ void AddCodeFiles(CMMCObjectSet& set, Generator& generator, const TemporaryFolde
     const std::string name = (index % 3 == 0   ? "code/"
                               : index % 3 == 1 ? "code/sub/"
                                                : "") +
-                             std::to_string(index) + (index % 2 == 0 ? ".js" : " <x>.xslt");
+                             std::to_string(index) + (index % 2 == 0 ? ".js" : " &lt;x.xslt");
     folder.Write(name, generator.CodeBytes());
     const CString path = generator.PathOf(folder, name);
     EXPECT_EQ(CMMCObjectSetProbe::InsertCodeFile(set, path, 2000 - index, MarkingTransform(path)), S_OK);

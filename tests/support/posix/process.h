@@ -1,8 +1,10 @@
-// Limits and rights of this process that a test takes away for a while.
+// Limits and rights of this process that a test takes away for a while, and what else only these systems have.
 #pragma once
 
 #include <sys/resource.h>
+#include <sys/stat.h>
 #include <unistd.h>
+#include <filesystem>
 #include <stdexcept>
 
 namespace ondrel::test {
@@ -41,5 +43,13 @@ class Unprivileged {
  private:
   const uid_t m_before = geteuid();
 };
+
+/// Whether the user of the test can run a program as a user who owns nothing.
+inline bool CanDropPrivileges() { return geteuid() == 0; }
+
+/// Makes a pipe with a name. Raises std::runtime_error.
+inline void MakeNamedPipe(const std::filesystem::path& path) {
+  if (mkfifo(path.c_str(), 0666) != 0) throw std::runtime_error("cannot make the pipe " + path.string());
+}
 
 }  // namespace ondrel::test

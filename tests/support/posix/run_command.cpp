@@ -4,7 +4,6 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <algorithm>
@@ -147,6 +146,7 @@ CommandResult RunCommand(const CommandLine& commandLine) {
   if (child == 0) BecomeProgram(start, commandLine, input.Get(), output.writing.Get(), errors.writing.Get());
   output.writing.Close();
   errors.writing.Close();
+  if (commandLine.nobodyReads) output.reading.Close();
 
   CommandResult result;
   result.timedOut = !Collect(output.reading, errors.reading, begin + commandLine.timeLimit, result);
@@ -160,9 +160,5 @@ CommandResult RunCommand(const CommandLine& commandLine) {
   if (result.exitCode == kCannotStart) throw std::runtime_error("cannot start " + start.program);
   return result;
 }
-
-bool CanDropPrivileges() { return geteuid() == 0; }
-
-bool MakeNamedPipe(const std::filesystem::path& path) { return mkfifo(path.c_str(), 0666) == 0; }
 
 }  // namespace ondrel::test

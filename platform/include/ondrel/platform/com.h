@@ -4,12 +4,14 @@
 //
 //   IUnknown           QueryInterface gives an owned reference, or E_NOINTERFACE and null; AddRef and Release count.
 //   IStream            Read, Write and Seek over a growing block of memory. A short read is S_OK with a smaller count;
-//                      a target before the start is STG_E_INVALIDFUNCTION; memory that runs short, or a size beyond 32
-//                      bits, is E_OUTOFMEMORY.
+//                      a target before the start is a failure, off Windows STG_E_INVALIDFUNCTION; memory that runs
+//                      short, or a size beyond 32 bits, is E_OUTOFMEMORY. Bytes of a gap, and those that SetSize adds,
+//                      are open, off Windows zero. A position of 2 GiB and more is for other systems than Windows.
 //   CreateStreamOnHGlobal(block, deleteOnRelease, &stream)
 //                      a stream over `block`, or over a new one when it is null; the stream frees the block with
 //                      itself when deleteOnRelease says so. GetHGlobalFromStream gives the block, still the stream's.
-//   GlobalLock         the block's bytes, valid until the stream is written; GlobalUnlock ends the use.
+//   GlobalLock         the bytes of a block that has some, valid until the stream is written; GlobalUnlock ends the
+//                      use.
 //   CoCreateInstance   an object of a class named by its CLSID (see xml.h), or REGDB_E_CLASSNOTREG.
 //   BSTR               wide text with a length before it; SysAllocString copies to the first zero unit,
 //                      SysAllocStringLen copies so many units. Null when memory is short. A null BSTR is empty text.
@@ -21,12 +23,13 @@
 //                      with digits of base 16 and 8. DISP_E_TYPEMISMATCH for text that is no number (null and empty text
 //                      too) and DISP_E_OVERFLOW for one out of range; VT_I8, VT_I4 and VT_BOOL to VT_BSTR give decimal digits;
 //                      VT_EMPTY gives 0 and empty text; VT_DISPATCH and VT_UNKNOWN to one another ask the object, and a
-//                      null object or a refusal is DISP_E_TYPEMISMATCH. To the same type it is a copy. The destination
-//                      is unchanged on failure. `flags` is 0.
+//                      refusal is a failure. To the same type it is a copy. The destination is unchanged on failure.
+//                      `flags` is 0. Off Windows a refusal and a null object are DISP_E_TYPEMISMATCH.
 //   VarBstrCmp         VARCMP_LT, VARCMP_EQ or VARCMP_GT; case counts.
 //   MultiByteToWideChar, WideCharToMultiByte
 //                      with CP_ACP and CP_THREAD_ACP (the narrow code page, 1252 off Windows, where its unassigned
-//                      bytes 81, 8D, 8F, 90 and 9D are the control characters of the same number) and CP_UTF8.
+//                      bytes 81, 8D, 8F, 90 and 9D are the control characters of the same number) and CP_UTF8, where
+//                      bytes that are no UTF-8 become one U+FFFD or several.
 //                      A count of 0 for the target asks for the length; 0 is a failure, explained by GetLastError().
 //
 // The classes below are the same on every platform: owners for interface pointers, text and variants.

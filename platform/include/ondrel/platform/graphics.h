@@ -4,38 +4,45 @@
 //
 //   ExtractIconExW(path, 0, &large, &small, 1)
 //                      the first icon of a file, as a large (32 x 32) and a small (16 x 16) handle, both the caller's
-//                      to destroy, and the result 1. 0 when the file gives no icon and 0xFFFFFFFF when it cannot be
-//                      read; the handles are null then and GetLastError() has the reason: ERROR_FILE_NOT_FOUND,
+//                      to destroy, and the number of icons: off Windows 1, on Windows the two sizes may count. 0 when
+//                      the file gives no icon and 0xFFFFFFFF when it cannot be read; the handles then say nothing and
+//                      GetLastError() may have the reason: ERROR_FILE_NOT_FOUND always. `\` and `/` both separate
+//                      folders. Windows tells the count of a damaged icon, too, and gives null handles.
+//                      Off Windows the handles are null on every failure, and the reason is always there:
 //                      ERROR_PATH_NOT_FOUND for a folder that is not there, ERROR_ACCESS_DENIED for a folder or a file
 //                      that may not be read, ERROR_RESOURCE_DATA_NOT_FOUND for a file without an icon (a cursor is
 //                      none), ERROR_INVALID_DATA for a damaged icon or one of a form that is not known here, or
-//                      ERROR_OUTOFMEMORY. `\` and `/` both separate folders.
+//                      ERROR_OUTOFMEMORY.
 //   GetIconInfo        copies of the icon's colour and mask bitmaps, the caller's to delete; FALSE for a null handle,
 //                      with the last error left as it is: off Windows, so that it still tells why there is no icon
 //                      On Windows an icon in black and white alone has no colour bitmap but a mask of twice the height;
 //                      GetIconImages, below, gives the same two images for every icon
 //   DestroyIcon, DeleteObject
-//                      FALSE for a null handle
+//                      FALSE for a null handle. Off Windows a failure of any call here leaves its reason in the last
+//                      error.
 //   GetObjectW         a bitmap's BITMAP: type 0, width, height, bytes per row (even), planes, bits per pixel, and no
 //                      address of the bits. The number of bytes written, 0 on failure.
 //   GetBitmapBits      up to `size` bytes of the rows, the top row first; the number of bytes copied
-//   CreateBitmap       a bitmap of those rows (each padded to 2 bytes); null on failure, with the last error:
-//                      ERROR_INVALID_PARAMETER for a negative size, for planes other than 1, for a depth other than 1,
-//                      4, 8, 16, 24 and 32, and for more than 2 GiB. A width or height of 0 gives a bitmap of 1 x 1
-//                      pixels and 1 bit, whatever the other arguments; the rows are not looked at then. Null rows are
-//                      rows of zero.
+//   CreateBitmap       a bitmap of those rows (each padded to 2 bytes) of 1 plane and 1, 4, 8, 16, 24 or 32 bits per
+//                      pixel; null on failure, with the last error: ERROR_INVALID_PARAMETER for 2 GiB and more. Off
+//                      Windows a negative size, other planes and other depths are refused the same way; Windows may
+//                      round them. A width or height of 0 gives a bitmap of 1 x 1 pixels and 1 bit, whatever the other
+//                      arguments; the rows are not looked at then. Null rows are rows of zero.
 //   ImageList_ReplaceIcon(list, -1, icon)
 //                      appends a copy of the icon, scaled to the list's size; its index, or -1. With an index from 0 it
 //                      replaces that image.
-//   ImageList_GetIcon  a copy of an image of the list, the caller's to destroy
+//   ImageList_GetIcon  a copy of an image of the list, the caller's to destroy. Windows makes the colours that a mask
+//                      hides black, and a 32-bit image may lose its alpha bytes.
 //
 // An icon's colour image has 32 bits per pixel, blue first, with the alpha bytes of a 32-bit icon and 0 for the other
 // depths. Its mask has 1 bit per pixel, the leftmost pixel highest, a set bit for a transparent pixel.
 //
-// Of the images in a file, each of the two handles shows the one that is nearest in size, the larger of two at the same
-// distance, then the one with more colours; an image damaged beyond reading is not passed over. It is scaled only when
-// it has not the exact size. Off Windows all scaling takes, for each pixel, the colour and the mask bit of the source
-// pixel in which its centre lies.
+// Of the images in a file, each of the two handles shows one of the exact size, of several the one with most colours.
+// Where there is none of the exact size, one of another size is scaled: off Windows the nearest, of two at the same
+// distance the larger, by what the images themselves say about their size and depth; an image damaged beyond reading is
+// not passed over; and all scaling takes, for each pixel, the colour and the mask bit of the source pixel in which its
+// centre lies. Windows chooses and scales in its own way, and need not take rows from the top down, long image headers
+// or images without a whole mask.
 #pragma once
 
 #include <memory>

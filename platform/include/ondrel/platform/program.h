@@ -1,6 +1,7 @@
 // Contract: what a command-line program needs of its system beyond the standard library.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -25,18 +26,22 @@ class ComponentScope {
   ComponentScope& operator=(const ComponentScope&) = delete;
 };
 
-/// A path argument as wide text, and back. Bytes that are no UTF-8 become the lone surrogates DC80 to DCFF and back, so
-/// any file of the system can be named.
+/// A path argument as wide text, and back, so that any file of the system can be named. Where names are plain bytes,
+/// those that are no UTF-8 become the lone surrogates DC80 to DCFF and back; where names are wide text, lone surrogates
+/// are encoded like any other character and bytes that are no UTF-8 become U+FFFD.
 CString PathFromUtf8(const std::string& path);
 std::string PathToUtf8(const CString& path);
+
+/// A path as the standard library takes it, with `\` or `/` between its parts before.
+std::filesystem::path StandardPath(const CString& path);
 
 /// Whether this system could reach the place that a path names: false for a drive that it does not have, and for a
 /// network path where there are none.
 bool CanReach(const CString& path);
 
-/// The path from the root of the system, without "." and ".." parts, with `\` between its parts and, where `path` ends
-/// in a separator, behind the last. An empty path, or one of a drive that the system does not have, stays as it is.
-/// Raises CFileException when the working folder is gone.
+/// The path from the root of the system, on Windows of its drive or share, without "." and ".." parts, with `\` between
+/// its parts and, where `path` ends in a separator, behind the last. An empty path, or one of a drive that the system
+/// does not have, stays as it is. Raises CFileException when the working folder is gone.
 CString FullPath(const CString& path);
 
 /// A file that takes its place only when it is complete. It is written beside `path` under a name of its own; Commit

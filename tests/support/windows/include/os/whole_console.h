@@ -1,11 +1,14 @@
-// What a console has beside its message box, refused: a base for consoles of the tests' own.
+// The console with all its operations, for tests to implement.
 #pragma once
 
 #include <ondrel/platform/console.h>
 
+#include "os/whole_interfaces.h"
+
 namespace ondrel::test {
 
-class ConsoleBase : public IConsole3 {
+template <>
+class Whole<IConsole3> : public IConsole3 {
  public:
   HRESULT STDMETHODCALLTYPE SetHeader(LPHEADERCTRL) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE SetToolbar(LPTOOLBAR) override { return E_NOTIMPL; }

@@ -1,11 +1,15 @@
-// What a script's object has beside its interfaces, refused: a base for objects of the tests' own.
+// What every interface with a dispatch table has.
 #pragma once
 
 #include <ondrel/platform/com.h>
 
 namespace ondrel::test {
 
-class DispatchBase : public IDispatch {
+template <class Interface>
+class Whole;
+
+template <class Interface>
+class WholeDispatch : public Interface {
  public:
   HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT*) override { return E_NOTIMPL; }
   HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override { return E_NOTIMPL; }
@@ -14,5 +18,8 @@ class DispatchBase : public IDispatch {
     return E_NOTIMPL;
   }
 };
+
+template <>
+class Whole<IDispatch> : public WholeDispatch<IDispatch> {};
 
 }  // namespace ondrel::test

@@ -1,4 +1,5 @@
-// Damaged icon files: whatever the bytes, a call ends with an icon or with a status, and leaves nothing behind.
+// Damaged icon files, read by this system's own reader: whatever the bytes, a call ends with an icon or with its
+// status, and leaves nothing behind.
 #include <filesystem>
 #include <fstream>
 #include <string>
@@ -7,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "graphics/icon_reading.h"
+#include "support/live_handles.h"
 
 namespace ondrel::test {
 namespace {
@@ -39,7 +41,7 @@ Extraction ExtractImage(const std::string& image) {
   return ExtractIconsOf(IconFileBytes({StoredImage(32, 32, 8, image)}));
 }
 
-TEST(DamagedIcon, EveryTruncationEndsInItsStatus) {
+TEST(PosixDamagedIcon, EveryTruncationEndsInItsStatus) {
   for (const int bits : {1, 8, 32}) {
     const IconPicture large = PatternPicture(32, 32, bits);
     const IconPicture smallIcon = PatternPicture(16, 16, bits);
@@ -60,10 +62,10 @@ TEST(DamagedIcon, EveryTruncationEndsInItsStatus) {
       }
     }
   }
-  EXPECT_EQ(platform::CountLiveHandles().icons, 0);
+  EXPECT_EQ(CountLiveHandles().icons, 0);
 }
 
-TEST(DamagedIcon, EveryHeaderByteSetToAnExtremeEndsInAStatusOrAnIcon) {
+TEST(PosixDamagedIcon, EveryHeaderByteSetToAnExtremeEndsInAStatusOrAnIcon) {
   const IconPicture large = PatternPicture(32, 32, 4);
   const IconPicture smallIcon = PatternPicture(16, 16, 24);
   const std::string file = IconFileBytes({large, smallIcon});
@@ -93,10 +95,10 @@ TEST(DamagedIcon, EveryHeaderByteSetToAnExtremeEndsInAStatusOrAnIcon) {
     }
   }
   EXPECT_GT(failures, 0);
-  EXPECT_EQ(platform::CountLiveHandles().icons, 0);
+  EXPECT_EQ(CountLiveHandles().icons, 0);
 }
 
-TEST(DamagedIcon, FieldsOfTheImageHeaderThatCannotBe) {
+TEST(PosixDamagedIcon, FieldsOfTheImageHeaderThatCannotBe) {
   struct Case {
     const char* name;
     std::size_t offset;
@@ -119,7 +121,7 @@ TEST(DamagedIcon, FieldsOfTheImageHeaderThatCannotBe) {
   }
 }
 
-TEST(DamagedIcon, ClaimOfAHugeImageTakesNoMemory) {
+TEST(PosixDamagedIcon, ClaimOfAHugeImageTakesNoMemory) {
   for (const int bits : {1, 32}) {
     std::string image = ImageBytes(PatternPicture(32, 32, bits));
     Put(image, kWidth, 30000);
@@ -128,7 +130,7 @@ TEST(DamagedIcon, ClaimOfAHugeImageTakesNoMemory) {
   }
 }
 
-TEST(DamagedIcon, EntryOutsideTheFile) {
+TEST(PosixDamagedIcon, EntryOutsideTheFile) {
   const std::string file = IconFileBytes({PatternPicture(32, 32, 8)});
   constexpr std::size_t kLength = kFileHeaderBytes + 8;
   constexpr std::size_t kOffset = kFileHeaderBytes + 12;
@@ -148,7 +150,7 @@ TEST(DamagedIcon, EntryOutsideTheFile) {
   }
 }
 
-TEST(DamagedIcon, LengthThatReachesBeyondTheFileIsCutBack) {
+TEST(PosixDamagedIcon, LengthThatReachesBeyondTheFileIsCutBack) {
   const IconPicture picture = PatternPicture(32, 32, 8);
   std::string file = IconFileBytes({picture});
   Put(file, kFileHeaderBytes + 8, 0xFFFFFFFF);
@@ -168,7 +170,7 @@ std::string FileOfManyEntries(std::size_t count, const IconPicture& picture) {
   return file.replace(kFileHeaderBytes, kEntryBytes, directory);
 }
 
-TEST(DamagedIcon, MoreEntriesThanAnyFileHas) {
+TEST(PosixDamagedIcon, MoreEntriesThanAnyFileHas) {
   const IconPicture picture = PatternPicture(32, 32, 8);
   const Extraction most = ExtractIconsOf(FileOfManyEntries(1024, picture));
   ASSERT_TRUE(Succeeded(most));
@@ -177,7 +179,7 @@ TEST(DamagedIcon, MoreEntriesThanAnyFileHas) {
   EXPECT_TRUE(FailedWith(ExtractIconsOf(FileOfManyEntries(0xFFFF, picture)), kNoIcon, ERROR_INVALID_DATA));
 }
 
-TEST(DamagedIcon, MorePixelsThanAnyImageHas) {
+TEST(PosixDamagedIcon, MorePixelsThanAnyImageHas) {
   const IconPicture picture = PatternPicture(1024, 1024, 1);
   const Extraction most = ExtractIconsOf(IconFileBytes({picture}));
   ASSERT_TRUE(Succeeded(most));

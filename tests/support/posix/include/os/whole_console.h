@@ -1,11 +1,11 @@
-// What a console has beside its message box, refused: a base for consoles of the tests' own.
+// The console for tests to implement: here it has no other operations than those that the contract header names.
 #pragma once
 
 #include <ondrel/platform/console.h>
 
-namespace ondrel::test {
+#include "os/whole_interfaces.h"
 
-using ConsoleBase = IConsole3;  // there is nothing else here
+namespace ondrel::test {
 
 /// Whether VariantChangeType takes values by reference.
 inline constexpr bool kConvertsReferences = false;

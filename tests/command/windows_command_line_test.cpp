@@ -1,0 +1,35 @@
+// The command line of a system whose file names are wide text, and output that nobody reads.
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "project_folder.h"
+
+namespace ondrel::test {
+namespace {
+
+TEST(CommandLine, OutputThatNobodyReadsIsAFailure) {
+  const ProjectFolder folder;
+  folder.WriteProject("<Project/>");
+  for (const auto& arguments :
+       {std::vector<std::string>{"show", kProjectName}, std::vector<std::string>{"show", "--json", kProjectName},
+        std::vector<std::string>{"--help"}, std::vector<std::string>{"compile", kProjectName, "-o", kImageName}}) {
+    CommandLine commandLine = folder.Command(arguments);
+    commandLine.nobodyReads = true;
+    ExpectFailure(RunCommand(commandLine), "standard output: it cannot be written", "0x8007001D");
+  }
+}
+
+TEST(CommandLine, ArgumentsArriveAsTheyAre) {
+  const ProjectFolder folder;
+  // What programs on Windows take apart themselves: blanks, quotation marks, and backslashes before them.
+  for (const std::string name : {"a b.xml", "a\\b c\\", "a\\\\\"b\\\" c", " ", "\t", "^%PATH%&!"}) {
+    const CommandResult result = folder.Show(name);
+    EXPECT_EQ(result.exitCode, 1);
+    std::string shown = name;
+    if (shown == "\t") shown = "\\t";
+    EXPECT_THAT(result.errors, testing::StartsWith("ondrel: " + shown + ": ")) << name;
+  }
+}
+
+}  // namespace
+}  // namespace ondrel::test

@@ -1,0 +1,48 @@
+// Icon files that give no icon, by the statuses of the reader off Windows. Windows has others for most of them and none
+// for some, and its reader looks at damaged icons in its own way.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include <ondrel/MMCObjectIcon.h>
+
+#include "support/live_handles.h"
+#include "support/model/icon_fixtures.h"
+
+namespace ondrel::test {
+namespace {
+
+constexpr HRESULT kPathNotFound = static_cast<HRESULT>(0x80070003);
+constexpr HRESULT kInvalidData = static_cast<HRESULT>(0x8007000D);
+constexpr HRESULT kNoIcon = static_cast<HRESULT>(0x80070714);
+
+TEST(IconFromFile, AMissingFolderIsToldAndLeavesTheIconEmpty) {
+  const TemporaryFolder folder;
+  CMMCObjectIcon icon;
+  EXPECT_EQ(icon.Construct(Wide(folder / "missing/missing.ico")), kPathNotFound);
+  ExpectEmpty(icon);
+}
+
+TEST(IconFromFile, AFileWithoutAnIconIsToldAndLeavesTheIconEmpty) {
+  const TemporaryFolder folder;
+  CMMCObjectIcon icon;
+  EXPECT_EQ(icon.Construct(Wide(folder.Write("text.ico", "no icon at all, but longer than a header"))), kNoIcon);
+  ExpectEmpty(icon);
+  EXPECT_EQ(icon.Construct(Wide(folder.Write("empty.ico", ""))), kNoIcon);
+  ExpectEmpty(icon);
+}
+
+TEST(IconFromFile, ADamagedIconIsToldAndLeavesTheIconEmpty) {
+  const TemporaryFolder folder;
+  const std::string whole = IconFileBytes({SolidIcon(32, 0), SolidIcon(16, 0)});
+  const auto before = CountLiveHandles();
+  CMMCObjectIcon icon;
+  EXPECT_EQ(icon.Construct(Wide(folder.Write("cut.ico", whole.substr(0, 100)))), kInvalidData);
+  ExpectEmpty(icon);
+  EXPECT_EQ(CountLiveHandles().icons, before.icons);
+  EXPECT_EQ(CountLiveHandles().bitmaps, before.bitmaps);
+}
+
+}  // namespace
+}  // namespace ondrel::test
