@@ -24,8 +24,8 @@ set(toolchain "")
 if(TOOLCHAIN)
   set(toolchain -D CMAKE_TOOLCHAIN_FILE=${TOOLCHAIN})
 endif()
-run(${CMAKE_COMMAND} -G Ninja -S ${HOST} -B ${work}/host -D CMAKE_BUILD_TYPE=Release -D Ondrel_ROOT=${package}
-    -D CMAKE_FIND_ROOT_PATH_MODE_PACKAGE=BOTH ${toolchain})
+run(${CMAKE_COMMAND} -G Ninja -S ${HOST} -B ${work}/host -D CMAKE_BUILD_TYPE=Release
+    -D Ondrel_DIR=${package}/lib/cmake/Ondrel ${toolchain})
 run(${CMAKE_COMMAND} --build ${work}/host)
 
 if(ENDING)
