@@ -7,6 +7,7 @@
 
 #include "project_folder.h"
 #include "support/archive_bytes.h"
+#include "support/icon_bytes.h"
 #include "support/model/hand_bytes.h"
 
 namespace ondrel::test {
@@ -42,8 +43,18 @@ void WriteSmallDefinition(const ProjectFolder& folder) {
   folder.Write("sub/b.xsl", "");
 }
 
+/// Pixels of 4 bytes each.
+std::string Pixels(int count, std::string_view pixel) {
+  std::string bytes;
+  for (int index = 0; index < count; ++index) bytes += pixel;
+  return bytes;
+}
+
+constexpr std::string_view kRed("\x00\x00\xFF\xFF", 4);          // blue, green, red, alpha
+constexpr std::string_view kWidenedBlue("\xFF\x00\x00\x00", 4);  // 24 bits are widened to 32, with alpha 0
+
 /// The image of that definition, field by field.
-std::string ExpectedImage() {
+std::string ExpectedImage(std::string_view smallPixel = kWidenedBlue) {
   std::string bytes = Long(1) + Long(1);  // versions of the set and of its records
   bytes += Count(1);                      // top-level nodes
   bytes += Cookie(0) + ShortText("Top") + Cookie(7) + Long(0);
@@ -57,12 +68,10 @@ std::string ExpectedImage() {
   bytes += Count(1);  // dialogs
   bytes += Cookie(3) + ShortText("Ask") + Cookie(0) + Long(2) + Count(0) + Cookie(0) + Count(0) + Cookie(0) + Count(0);
   bytes += Count(1);  // icon files
-  std::string red;    // blue, green, red, alpha
-  for (int pixel = 0; pixel < 32 * 32; ++pixel) red += std::string("\x00\x00\xFF\xFF", 4);
-  std::string blue;  // 24 bits are widened to 32, with alpha 0
-  for (int pixel = 0; pixel < 16 * 16; ++pixel) blue += std::string("\xFF\x00\x00\x00", 4);
-  bytes += Cookie(7) + BitmapBytes(32, 32, 128, 32, red) + BitmapBytes(32, 32, 4, 1, std::string(4 * 32, '\0'));
-  bytes += BitmapBytes(16, 16, 64, 32, blue) + BitmapBytes(16, 16, 2, 1, std::string(2 * 16, '\0'));
+  bytes += Cookie(7);
+  bytes += BitmapBytes(32, 32, 128, 32, Pixels(32 * 32, kRed)) + BitmapBytes(32, 32, 4, 1, std::string(4 * 32, '\0'));
+  bytes +=
+      BitmapBytes(16, 16, 64, 32, Pixels(16 * 16, smallPixel)) + BitmapBytes(16, 16, 2, 1, std::string(2 * 16, '\0'));
   bytes += Count(2);  // code files from disk, in the order of their paths
   bytes += Cookie(8) + ByteVector("run()");
   bytes += Cookie(9) + ByteVector("");
@@ -73,13 +82,21 @@ std::string ExpectedImage() {
 TEST(Compile, WritesTheImageByteForByteAndSaysWhatIsInIt) {
   const ProjectFolder folder;
   WriteSmallDefinition(folder);
+  folder.Write("top.ico", IconFileBytes({SolidPicture(32, 32, 32, 0xFF0000), SolidPicture(16, 16, 32, 0xFF0000)}));
   const CommandResult result = folder.Compile();
   ExpectSuccess(result);
-  const std::string expected = ExpectedImage();
+  const std::string expected = ExpectedImage(kRed);
   EXPECT_EQ(Hex(ReadBytes(folder / kImageName)), Hex(expected));
   EXPECT_EQ(result.output,
             "console.img: 2 nodes, 1 dialog, 1 icon, 2 code files, " + std::to_string(expected.size()) + " bytes\n");
   EXPECT_EQ(folder.Listing(), "console.img\nconsole.xml\nsub\nsub/a.js\nsub/b.xsl\ntop.ico\n");
+}
+
+TEST(Compile, WritesTheSmallImageOfAnIconFileToo) {
+  const ProjectFolder folder;
+  WriteSmallDefinition(folder);
+  ExpectSuccess(folder.Compile());
+  EXPECT_EQ(Hex(ReadBytes(folder / kImageName)), Hex(ExpectedImage()));
 }
 
 TEST(Compile, WritesTheSameBytesFromAnyWorkingFolder) {

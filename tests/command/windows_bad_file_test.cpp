@@ -10,7 +10,7 @@ namespace ondrel::test {
 namespace {
 
 TEST(BadFile, ADriveThatIsNotThere) {
-  const std::string name = std::string(1, MissingDrive()) + ":\\console.xml";
+  const std::string name = std::string(1, MissingDrive()) + ":\\folder\\console.xml";
   ExpectBothFail(ProjectFolder(), name,
                  name + ": the drive " + name.substr(0, 2) + " cannot be reached from this system; ", "0x80070003");
 }

@@ -19,6 +19,11 @@ TEST(CommandLine, OutputThatNobodyReadsIsAFailure) {
   }
 }
 
+TEST(CommandLine, AFileMayHaveHalfASurrogatePairInItsName) {
+  // Such a name can be given, and is no reason to stumble.
+  ExpectFailure(ProjectFolder().Show("a\xED\xA0\x80.xml"), "a\xEF\xBF\xBD.xml: there is no such file; ", "0x80070002");
+}
+
 TEST(CommandLine, ArgumentsArriveAsTheyAre) {
   const ProjectFolder folder;
   // What programs on Windows take apart themselves: blanks, quotation marks, and backslashes before them.

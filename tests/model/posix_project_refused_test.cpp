@@ -14,7 +14,7 @@
 namespace ondrel::test {
 namespace {
 
-TEST(ProjectRefused, AnIconFileWithoutAnIcon) {
+TEST(ProjectIcons, AFileWithoutAnIconIsRefused) {
   const TemporaryFolder folder;
   folder.Write("text.ico", "this is not an icon, only text");
   CMMCObjectSet set(LeaveToSet);

@@ -18,30 +18,24 @@ constexpr int kWritingSize = 64 * 1024;
 constexpr ULONGLONG kLargestCodeFile =
     std::numeric_limits<std::uint32_t>::max();  // its length takes 32 bits in an image
 
-bool IsSameFile(const std::filesystem::path& image, const CString& source) {
-  std::error_code ignored;
-  return std::filesystem::equivalent(image, platform::StandardPath(source), ignored);
-}
-
 /// Refuses a place that a file cannot take, and one where a file stands that the image is made from.
 void RequirePlace(const Definition& definition, const std::string& image) {
-  const std::filesystem::path place = platform::StandardPath(platform::PathFromUtf8(image));
-  std::error_code ignored;
-  const std::filesystem::file_status status = std::filesystem::status(place, ignored);
-  if (!std::filesystem::exists(status)) return;
-  if (!std::filesystem::is_regular_file(status)) {
-    throw Failure({image}, ExplainFileFault(platform::PathFromUtf8(image), HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED)),
-                  StatusText(HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED)));
+  const CString place = platform::PathFromUtf8(image);
+  const platform::PlaceKind kind = platform::KindOfPlace(place);
+  if (kind == platform::PlaceKind::nothing) return;
+  if (kind != platform::PlaceKind::file) {
+    constexpr HRESULT kDenied = HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED);
+    throw Failure({image}, ExplainFileFault(place, kDenied), StatusText(kDenied));
   }
   const auto refuse = [&](const std::string& what) {
     throw Failure({image}, "the image would overwrite " + what + "; give it another name", StatusText(E_INVALIDARG));
   };
-  if (IsSameFile(place, platform::PathFromUtf8(definition.file))) refuse("the project");
+  if (platform::IsSameFile(place, platform::PathFromUtf8(definition.file))) refuse("the project");
   for (const ProjectFile& file : definition.project->IconFiles()) {
-    if (IsSameFile(place, *file.path)) refuse("icon file " + Quoted(file.spelling));
+    if (platform::IsSameFile(place, *file.path)) refuse("icon file " + Quoted(file.spelling));
   }
   for (const ProjectFile& file : definition.project->CodeFiles()) {
-    if (IsSameFile(place, *file.path)) refuse("code file " + Quoted(file.spelling));
+    if (platform::IsSameFile(place, *file.path)) refuse("code file " + Quoted(file.spelling));
   }
 }
 

@@ -1,6 +1,7 @@
 // How what the library raises becomes a line for people.
 #include "failure.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <new>
 
@@ -27,22 +28,22 @@ std::string ExplainMissing(const CString& path) {
         platform::HasDriveLetter(path.View()) ? "the drive " + Printable(path.Left(2)) : "the network path";
     return place + " cannot be reached from this system; name the file by a relative name";
   }
-  std::error_code ignored;
-  const std::filesystem::path folder = platform::StandardPath(path).parent_path();
-  if (!folder.empty() && !std::filesystem::is_directory(folder, ignored)) {
+  const int nameStart = std::max(path.ReverseFind('\\'), path.ReverseFind('/')) + 1;
+  if (nameStart > 0 && platform::KindOfPlace(path.Left(nameStart)) != platform::PlaceKind::folder) {
     return "its folder is not there; check the name or make the folder";
   }
   return "there is no such file; check its name";
 }
 
 std::string ExplainDenied(const CString& path) {
-  std::error_code ignored;
-  const std::filesystem::file_status status = std::filesystem::status(platform::StandardPath(path), ignored);
-  if (std::filesystem::is_directory(status)) return "it is a folder; name a file";
-  if (std::filesystem::exists(status) && !std::filesystem::is_regular_file(status)) {
-    return "it is no regular file; name a file on disk";
+  switch (platform::KindOfPlace(path)) {
+    case platform::PlaceKind::folder:
+      return "it is a folder; name a file";
+    case platform::PlaceKind::other:
+      return "it is no regular file; name a file on disk";
+    default:
+      return "access is denied; check its permissions";
   }
-  return "access is denied; check its permissions";
 }
 
 }  // namespace

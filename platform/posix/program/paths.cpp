@@ -59,12 +59,6 @@ std::string PathToUtf8(const CString& path) {
   return bytes;
 }
 
-std::filesystem::path StandardPath(const CString& path) {
-  std::string native = PathToUtf8(path);
-  std::replace(native.begin(), native.end(), '\\', '/');
-  return native;
-}
-
 bool CanReach(const CString& path) {
   const auto text = path.View();
   return !HasDriveLetter(text) && !text.starts_with(_T("\\\\"));

@@ -12,9 +12,8 @@
 namespace ondrel::platform {
 namespace {
 
-constexpr int kMaxNameAttempts = 100;               // of names that are all taken
-constexpr std::size_t kLongestName = 255;           // units of a file's name, on every file system here
-constexpr std::wstring_view kDevices = L"\\\\.\\";  // what the full path of "NUL" or "COM1" begins with
+constexpr int kMaxNameAttempts = 100;      // of names that are all taken
+constexpr std::size_t kLongestName = 255;  // units of a file's name, on every file system here
 
 // The place of a path that is a link: where it leads.
 DWORD FollowLinks(std::wstring& path) {
@@ -33,6 +32,15 @@ DWORD FollowLinks(std::wstring& path) {
   final.resize(length);
   path = std::move(final);
   return ERROR_SUCCESS;
+}
+
+// Whether somebody has a file open in a way that does not let it be replaced.
+bool IsKeptOpen(const std::wstring& path) {
+  constexpr DWORD kSharing = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+  const HANDLE file = CreateFileW(path.c_str(), DELETE, kSharing, nullptr, OPEN_EXISTING, 0, nullptr);
+  if (file == INVALID_HANDLE_VALUE) return GetLastError() == ERROR_SHARING_VIOLATION;
+  CloseHandle(file);
+  return false;
 }
 
 // What a file that is replaced hands on: who may use it, and how folders list it. Where its file system knows no such
@@ -80,7 +88,7 @@ DWORD CreateFileBeside(const CString& path, FileBeside& created) {
   if (path.IsEmpty()) return ERROR_PATH_NOT_FOUND;
   std::wstring place;
   if (const DWORD code = FullSystemPath(path, place); code != ERROR_SUCCESS) return code;
-  if (place.starts_with(kDevices)) return ERROR_ACCESS_DENIED;
+  if (IsDevicePath(place)) return ERROR_ACCESS_DENIED;
   std::wstring systemPlace;
   if (const DWORD code = SystemPath(place.c_str(), systemPlace); code != ERROR_SUCCESS) return code;
   std::optional<Inheritance> inheritance;
@@ -90,8 +98,9 @@ DWORD CreateFileBeside(const CString& path, FileBeside& created) {
       place = systemPlace;
       attributes = GetFileAttributesW(systemPlace.c_str());
     }
-    // The system refuses to replace either, but only in the end, when all has been written.
+    // The system refuses to replace any of these, but only in the end, when all has been written.
     if ((attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_READONLY)) != 0) return ERROR_ACCESS_DENIED;
+    if (IsKeptOpen(systemPlace)) return ERROR_SHARING_VIOLATION;
     inheritance.emplace(systemPlace, attributes);
   }
   if (place.back() == L'\\') return ERROR_PATH_NOT_FOUND;  // a folder that is not there

@@ -35,12 +35,6 @@ std::string PathToUtf8(const CString& path) {
   return bytes;
 }
 
-std::filesystem::path StandardPath(const CString& path) {
-  std::wstring systemPath;
-  // The form for long paths, because the standard library passes paths on as they are.
-  return SystemPath(path, systemPath) == ERROR_SUCCESS ? systemPath : std::wstring(path.View());
-}
-
 CString FullPath(const CString& path) {
   if (path.IsEmpty() || !CanReach(path)) return path;
   std::wstring full;

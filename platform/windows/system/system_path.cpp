@@ -11,6 +11,7 @@ constexpr std::size_t kLongestPlainPath = MAX_PATH - 12;
 constexpr std::wstring_view kExtended = L"\\\\?\\";
 constexpr std::wstring_view kExtendedNetwork = L"\\\\?\\UNC\\";
 constexpr std::wstring_view kNetwork = L"\\\\";
+constexpr std::wstring_view kDevices = L"\\\\.\\";
 
 }  // namespace
 
@@ -38,6 +39,8 @@ DWORD SystemPath(LPCWSTR path, std::wstring& systemPath) {
   }
   return ERROR_SUCCESS;
 }
+
+bool IsDevicePath(const std::wstring& full) { return full.starts_with(kDevices); }
 
 bool IsFolderOrSeparator(LPCWSTR path) {
   const std::wstring_view text(path);

@@ -14,6 +14,9 @@ DWORD SystemPath(LPCWSTR path, std::wstring& systemPath);
 /// The path from its root, without "." and "..", with `\` between its parts. The system's error code.
 DWORD FullSystemPath(LPCWSTR path, std::wstring& full);
 
+/// Whether a full path is that of a device, such as "NUL" or "COM1".
+bool IsDevicePath(const std::wstring& full);
+
 /// Whether a path names a folder, by what is there or by the separator at its end.
 bool IsFolderOrSeparator(LPCWSTR path);
 

@@ -11,6 +11,8 @@
 #include <thread>
 #include <utility>
 
+#include <ondrel/platform/program.h>
+
 #include "support/temporary_folder.h"
 
 namespace ondrel::test {
@@ -27,7 +29,8 @@ struct HandleCloser {
 };
 using UniqueHandle = std::unique_ptr<void, HandleCloser>;
 
-std::wstring Wide(const std::string& utf8) { return PathFrom(utf8).wstring(); }
+/// With halves of surrogate pairs, which a name may have.
+std::wstring WideText(const std::string& utf8) { return std::wstring(platform::PathFromUtf8(utf8).View()); }
 
 /// Appends an argument so that CommandLineToArgvW gives it back: in quotation marks, and with backslashes doubled where
 /// they stand before one.
@@ -51,7 +54,7 @@ void AppendArgument(std::wstring& line, const std::wstring& argument) {
 std::wstring ArgumentLine(const CommandLine& commandLine) {
   std::wstring line;
   AppendArgument(line, commandLine.program.wstring());
-  for (const std::string& argument : commandLine.arguments) AppendArgument(line, Wide(argument));
+  for (const std::string& argument : commandLine.arguments) AppendArgument(line, WideText(argument));
   return line;
 }
 
@@ -74,7 +77,7 @@ std::wstring Environment(const std::map<std::string, std::string>& added) {
   for (const wchar_t* variable = own.get(); *variable != L'\0'; variable += std::wcslen(variable) + 1) {
     variables[NameOf(variable)] = variable;
   }
-  for (const auto& [name, value] : added) variables[NameOf(Wide(name))] = Wide(name) + L'=' + Wide(value);
+  for (const auto& [name, value] : added) variables[NameOf(WideText(name))] = WideText(name) + L'=' + WideText(value);
   std::wstring block;
   for (const auto& [name, variable] : variables) block.append(variable).push_back(L'\0');
   return block += L'\0';

@@ -1,7 +1,6 @@
 // Contract: what a command-line program needs of its system beyond the standard library.
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -32,8 +31,13 @@ class ComponentScope {
 CString PathFromUtf8(const std::string& path);
 std::string PathToUtf8(const CString& path);
 
-/// A path as the standard library takes it, with `\` or `/` between its parts before.
-std::filesystem::path StandardPath(const CString& path);
+/// What is at a path, or where it leads as a link. A device or a pipe is something else; a place that cannot be looked at
+/// counts as nothing.
+enum class PlaceKind { nothing, file, folder, other };
+PlaceKind KindOfPlace(const CString& path);
+
+/// Whether both paths lead to one file, which is there.
+bool IsSameFile(const CString& path, const CString& other);
 
 /// Whether this system could reach the place that a path names: false for a drive that it does not have, and for a
 /// network path where there are none.
