@@ -12,8 +12,7 @@ inline constexpr const char* kDefinition = "console.xml";
 /// What the names of a definition are made of.
 enum class DefinitionText {
   everything,  ///< All that a project can say, characters beyond the basic plane included.
-  /// What survives saves on every system: a project is written as UTF-8 and read through the narrow code page, so only
-  /// ASCII does; and Wine writes tabs and line ends in attributes as they are, which a reader takes for blanks.
+  /// What survives saves: a project is written as UTF-8 and read through the narrow code page, so only ASCII does.
   lasting,
 };
 

@@ -15,7 +15,6 @@ namespace ondrel::command {
 namespace {
 
 constexpr HRESULT kInvalidData = HRESULT_FROM_WIN32(ERROR_INVALID_DATA);
-constexpr HRESULT kNoIcon = HRESULT_FROM_WIN32(ERROR_RESOURCE_DATA_NOT_FOUND);
 constexpr UINT kReadingSize = 64 * 1024;
 constexpr std::size_t kSampleSize = 4096;                               // enough to tell the forms apart
 constexpr ULONGLONG kLargestProject = std::numeric_limits<int>::max();  // bytes; the library loads no longer text
@@ -107,15 +106,6 @@ std::string ExplainIcon(const ProjectFile& icon, HRESULT status) {
   return label + ExplainFileFault(*icon.path, status);
 }
 
-/// Some systems have no status for a file without an icon, and the load takes it for an icon of no size.
-void RequireIcons(const Definition& definition) {
-  for (const ProjectFile& file : definition.project->IconFiles()) {
-    const CMMCObjectIcon* icon = nullptr;
-    if (!definition.set.GetIconFile(*file.cookie, &icon) || icon->GetColourBitmap(true).bmWidth != 0) continue;
-    throw Failure(definition.At(file.line), ExplainIcon(file, kNoIcon), StatusText(kNoIcon));
-  }
-}
-
 Failure ExplainProjectLoad(const Definition& definition, const COleException& raised) {
   const ProjectInspector& project = *definition.project;
   const Finding* const finding = project.Findings().First(raised.m_sc);
@@ -143,7 +133,6 @@ void LoadProject(Definition& definition, const std::string& bytes) {
   } catch (const COleException& raised) {
     throw ExplainProjectLoad(definition, raised);
   }
-  RequireIcons(definition);
 }
 
 void LoadObjectImage(Definition& definition, CFile& file) {

@@ -1,5 +1,4 @@
-// Projects that are refused for an icon file without an icon. Windows may have no status for such a file, and the
-// project loads.
+// Projects that are refused for an icon file without an icon.
 
 #include <gtest/gtest.h>
 

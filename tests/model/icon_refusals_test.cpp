@@ -1,5 +1,4 @@
-// Icon files that give no icon, by the statuses of the reader off Windows. Windows has others for most of them and none
-// for some, and its reader looks at damaged icons in its own way.
+// Icon files that give no icon: the status says why, and the icon stays empty.
 
 #include <gtest/gtest.h>
 
@@ -17,14 +16,14 @@ constexpr HRESULT kPathNotFound = static_cast<HRESULT>(0x80070003);
 constexpr HRESULT kInvalidData = static_cast<HRESULT>(0x8007000D);
 constexpr HRESULT kNoIcon = static_cast<HRESULT>(0x80070714);
 
-TEST(IconFromFile, AMissingFolderIsToldAndLeavesTheIconEmpty) {
+TEST(IconRefusals, AMissingFolderIsToldAndLeavesTheIconEmpty) {
   const TemporaryFolder folder;
   CMMCObjectIcon icon;
   EXPECT_EQ(icon.Construct(Wide(folder / "missing/missing.ico")), kPathNotFound);
   ExpectEmpty(icon);
 }
 
-TEST(IconFromFile, AFileWithoutAnIconIsToldAndLeavesTheIconEmpty) {
+TEST(IconRefusals, AFileWithoutAnIconIsToldAndLeavesTheIconEmpty) {
   const TemporaryFolder folder;
   CMMCObjectIcon icon;
   EXPECT_EQ(icon.Construct(Wide(folder.Write("text.ico", "no icon at all, but longer than a header"))), kNoIcon);
@@ -33,7 +32,7 @@ TEST(IconFromFile, AFileWithoutAnIconIsToldAndLeavesTheIconEmpty) {
   ExpectEmpty(icon);
 }
 
-TEST(IconFromFile, ADamagedIconIsToldAndLeavesTheIconEmpty) {
+TEST(IconRefusals, ADamagedIconIsToldAndLeavesTheIconEmpty) {
   const TemporaryFolder folder;
   const std::string whole = IconFileBytes({SolidIcon(32, 0), SolidIcon(16, 0)});
   const auto before = CountLiveHandles();
