@@ -77,6 +77,7 @@ const NumberRow kRows[] = {
     {_T("1  -"), S_OK, -1},
     {_T("1.5-"), S_OK, -2},
     {_T("--1"), DISP_E_TYPEMISMATCH},
+    {_T("++1"), DISP_E_TYPEMISMATCH},
     {_T("-1-"), DISP_E_TYPEMISMATCH},
     {_T("1-2"), DISP_E_TYPEMISMATCH},
     {_T("- -1"), DISP_E_TYPEMISMATCH},
