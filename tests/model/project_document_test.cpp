@@ -146,6 +146,27 @@ TEST(ProjectDocument, TextIsWrittenWithoutHarmAndNonAsciiAsUtf8) {
   EXPECT_NE(value.find("\xC3\xA9\xE2\x82\xAC\xF0\x9F\x98\x80"), std::string::npos) << value;
 }
 
+TEST(ProjectDocument, TabsAndLineEndsAreReferencesWhereverTheyStandInALongText) {
+  // Between them a character that is no letter of any text, alone and before letters. Of so many, some stand at every
+  // place in the blocks that a writer hands to its output.
+  constexpr int kRepetitions = 5000;
+  CString name;
+  std::string written;
+  for (int repetition = 0; repetition < kRepetitions; ++repetition) {
+    for (const WCHAR unit :
+         {WCHAR{0xFDD0}, WCHAR{'t'}, WCHAR{'\t'}, WCHAR{0xFDD0}, WCHAR{0xFDD0}, WCHAR{'\r'}, WCHAR{'\n'}, WCHAR{'m'}}) {
+      name += unit;
+    }
+    written += "\xEF\xB7\x90t&#9;\xEF\xB7\x90\xEF\xB7\x90&#13;&#10;m";
+  }
+  CMMCObjectSet set(LeaveToSet);
+  ASSERT_EQ(set.AddNewNode(-1, name, CMMCObjectParams::eList), 0);
+  const std::string text = SavedProject(set);
+  const std::size_t start = text.find(" Name=\"");
+  ASSERT_NE(start, std::string::npos);
+  EXPECT_TRUE(text.substr(start, 7 + written.size() + 1) == " Name=\"" + written + '"') << text.substr(start, 200);
+}
+
 TEST(ProjectDocument, SavingClearsTheModifiedFlagAndChangesNothingElse) {
   CMMCObjectSet set(LeaveToSet);
   ASSERT_EQ(set.AddNewNode(-1, _T("Top"), CMMCObjectParams::eList), 0);

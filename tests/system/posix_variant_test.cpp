@@ -1,5 +1,5 @@
-// Variants of this system's own: null arguments, the statuses of objects that do not convert, and text with two signs.
-// Windows may crash on null, pass a null object on, and read a second sign over.
+// Variants of this system's own: null arguments, and the statuses of objects that do not convert. Windows may crash on null,
+// and passes a null object on.
 #include <gtest/gtest.h>
 
 #include "system/counted_object.h"
