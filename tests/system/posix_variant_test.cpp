@@ -1,5 +1,5 @@
-// Variants of this system's own: null arguments, and the statuses of objects that do not convert. Windows may crash on null,
-// and passes a null object on.
+// Variants of this system's own: null arguments, and the statuses of objects that do not convert. Windows may crash on
+// null, and passes a null object on.
 #include <gtest/gtest.h>
 
 #include "system/counted_object.h"
