@@ -2,7 +2,13 @@
 
 # Through sudo, what was built belongs to whoever the tree belongs to, so that they can go on without sudo.
 hand_over_build() {
-  [ "$(id -u)" -ne 0 ] || chown -R --reference=. build
+  [ "$(id -u)" -eq 0 ] || return 0
+  # Wine takes no prefix that is another user's; it makes a new one in seconds.
+  if [ "$(stat --format=%u .)" -ne 0 ] && [ -d build/wine-prefix ]; then
+    WINEPREFIX=$PWD/build/wine-prefix wineserver --kill 2>/dev/null || true
+    rm -rf build/wine-prefix
+  fi
+  chown -R --reference=. build
 }
 
 # build_preset PRESET [TARGET...]
