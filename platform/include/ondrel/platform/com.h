@@ -20,11 +20,11 @@
 //                      as people write them in the user's locale, off Windows in English (United States): blanks
 //                      around, a sign before or behind, "$", parentheses for a negative number, "," anywhere among the
 //                      digits, a fraction, which is rounded, halves to the even number, an exponent; or "&H" and "&O"
-//                      with digits of base 16 and 8. DISP_E_TYPEMISMATCH for text that is no number (null and empty text
-//                      too) and DISP_E_OVERFLOW for one out of range; VT_I8, VT_I4 and VT_BOOL to VT_BSTR give decimal digits;
-//                      VT_EMPTY gives 0 and empty text; VT_DISPATCH and VT_UNKNOWN to one another ask the object, and a
-//                      refusal is a failure. To the same type it is a copy. The destination is unchanged on failure.
-//                      `flags` is 0. Off Windows a refusal and a null object are DISP_E_TYPEMISMATCH.
+//                      with digits of base 16 and 8. DISP_E_TYPEMISMATCH for text that is no number (null and empty
+//                      text too) and DISP_E_OVERFLOW for one out of range; VT_I8, VT_I4 and VT_BOOL to VT_BSTR give
+//                      decimal digits; VT_EMPTY gives 0 and empty text; VT_DISPATCH and VT_UNKNOWN to one another ask
+//                      the object, and a refusal is a failure. To the same type it is a copy. The destination is
+//                      unchanged on failure. `flags` is 0. Off Windows a refusal and a null object are DISP_E_TYPEMISMATCH.
 //   VarBstrCmp         VARCMP_LT, VARCMP_EQ or VARCMP_GT; case counts.
 //   MultiByteToWideChar, WideCharToMultiByte
 //                      with CP_ACP and CP_THREAD_ACP (the narrow code page, 1252 off Windows, where its unassigned

@@ -1,8 +1,8 @@
 // Contract: reading and writing through a handle that a host has opened.
 //
 // A handle stands for an open file or pipe and belongs to whoever opened it. On Linux it carries a file descriptor as
-// its number, so the null handle is descriptor 0. It was opened for calls that wait until they are done. They move bytes
-// between the buffer and the handle's own position.
+// its number, so the null handle is descriptor 0. It was opened for calls that wait until they are done. They move
+// bytes between the buffer and the handle's own position.
 //
 //   ReadFile(handle, buffer, count, &read, nullptr)
 //                      TRUE, and the number of bytes read, which may be fewer than `count`: what is there is given, and

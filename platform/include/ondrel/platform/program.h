@@ -31,8 +31,8 @@ class ComponentScope {
 CString PathFromUtf8(const std::string& path);
 std::string PathToUtf8(const CString& path);
 
-/// What is at a path, or where it leads as a link. A device or a pipe is something else; a place that cannot be looked at
-/// counts as nothing.
+/// What is at a path, or where it leads as a link. A device or a pipe is something else; a place that cannot be looked
+/// at counts as nothing.
 enum class PlaceKind { nothing, file, folder, other };
 PlaceKind KindOfPlace(const CString& path);
 
