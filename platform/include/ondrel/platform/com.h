@@ -24,7 +24,8 @@
 //                      text too) and DISP_E_OVERFLOW for one out of range; VT_I8, VT_I4 and VT_BOOL to VT_BSTR give
 //                      decimal digits; VT_EMPTY gives 0 and empty text; VT_DISPATCH and VT_UNKNOWN to one another ask
 //                      the object, and a refusal is a failure. To the same type it is a copy. The destination is
-//                      unchanged on failure. `flags` is 0. Off Windows a refusal and a null object are DISP_E_TYPEMISMATCH.
+//                      unchanged on failure. `flags` is 0. Off Windows a refusal and a null object are
+//                      DISP_E_TYPEMISMATCH.
 //   VarBstrCmp         VARCMP_LT, VARCMP_EQ or VARCMP_GT; case counts.
 //   MultiByteToWideChar, WideCharToMultiByte
 //                      with CP_ACP and CP_THREAD_ACP (the narrow code page, 1252 off Windows, where its unassigned
