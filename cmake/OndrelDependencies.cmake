@@ -4,6 +4,7 @@ if(WIN32)
   add_subdirectory(${CMAKE_CURRENT_LIST_DIR}/windows)
 else()
   find_package(EXPAT 2.4 REQUIRED)  # from 2.4 on the parser bounds entity expansion by itself
+  find_package(PNG 1.6 REQUIRED)
   find_package(CLI11 REQUIRED)
   find_package(nlohmann_json REQUIRED)
   if(BUILD_TESTING)

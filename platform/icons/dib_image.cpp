@@ -21,9 +21,16 @@ constexpr std::size_t kCompressionOffset = 16;
 constexpr std::size_t kPaletteColoursOffset = 32;
 constexpr std::size_t kShortestHeader = 40;
 constexpr DWORD kUncompressed = 0;
-
 constexpr std::size_t kPaletteEntryBytes = 4;
-constexpr DWORD kMostPaletteColours = 256;  // what the deepest image with a palette, 8 bits, can tell apart
+
+// The same of the oldest header, which has no more than these.
+constexpr std::size_t kCoreHeader = 12;
+constexpr std::size_t kCoreHeightOffset = 6;
+constexpr std::size_t kCoreBitsPerPixelOffset = 10;
+constexpr std::size_t kCorePaletteEntryBytes = 3;
+
+// What the deepest image with a palette, 8 bits, can tell apart. A header that states more has no more.
+constexpr DWORD kMostPaletteColours = 256;
 
 using Colour = std::array<BYTE, 4>;  // blue, green, red, alpha
 
@@ -52,10 +59,10 @@ class FileRows {
 };
 
 // The palette as pixels. An index beyond the stored colours is black.
-std::array<Colour, kMostPaletteColours> ReadPalette(Bytes stored) {
+std::array<Colour, kMostPaletteColours> ReadPalette(Bytes stored, std::size_t entryBytes) {
   std::array<Colour, kMostPaletteColours> palette = {};
-  for (std::size_t index = 0; index * kPaletteEntryBytes < stored.size(); ++index) {
-    const Bytes entry = stored.subspan(index * kPaletteEntryBytes, kPaletteEntryBytes);
+  for (std::size_t index = 0; index * entryBytes < stored.size(); ++index) {
+    const Bytes entry = stored.subspan(index * entryBytes, entryBytes);
     palette[index] = {entry[0], entry[1], entry[2], 0};
   }
   return palette;
@@ -67,18 +74,29 @@ std::size_t PaletteIndex(Bytes row, LONG x, WORD bitsPerPixel) {
   return row[bit / 8] >> shift & ((1U << bitsPerPixel) - 1);
 }
 
+// A pixel of 16 bits: blue in the lowest 5, then green, then red; the highest bit says nothing.
+Colour SpreadPixel(WORD pixel) {
+  const auto channel = [pixel](int shift) {
+    const int value = pixel >> shift & 0x1F;
+    return static_cast<BYTE>(value << 3 | value >> 2);  // so that 0 and 31 become 0 and 255
+  };
+  return {channel(0), channel(5), channel(10), 0};
+}
+
 void DecodeColour(const FileRows& rows, const DibHeader& header, Bytes storedPalette, IconImage& decoded) {
   const bool hasPalette = header.bitsPerPixel <= 8;
   const std::size_t pixelBytes = header.bitsPerPixel / 8;  // of images without a palette
-  const auto palette = hasPalette ? ReadPalette(storedPalette) : std::array<Colour, kMostPaletteColours>{};
+  const auto palette =
+      hasPalette ? ReadPalette(storedPalette, header.paletteEntryBytes) : std::array<Colour, kMostPaletteColours>{};
   for (LONG y = 0; y < header.height; ++y) {
     const Bytes row = rows.Row(y);
     for (LONG x = 0; x < header.width; ++x) {
       Colour pixel = {};
       if (hasPalette) {
         pixel = palette[PaletteIndex(row, x, header.bitsPerPixel)];
+      } else if (const std::size_t offset = static_cast<std::size_t>(x) * pixelBytes; pixelBytes == sizeof(WORD)) {
+        pixel = SpreadPixel(ReadWord(row, offset));
       } else {
-        const std::size_t offset = static_cast<std::size_t>(x) * pixelBytes;
         for (std::size_t part = 0; part < pixelBytes; ++part) pixel[part] = row[offset + part];
       }
       std::copy(pixel.begin(), pixel.end(), decoded.Pixel(x, y));
@@ -101,6 +119,7 @@ bool IsSupported(const DibHeader& header) {
     case 1:
     case 4:
     case 8:
+    case 16:
     case 24:
     case 32:
       return true;
@@ -112,20 +131,22 @@ bool IsSupported(const DibHeader& header) {
 }  // namespace
 
 bool ReadDibHeader(Bytes image, DibHeader& header) {
-  if (!Holds(image, 0, kShortestHeader)) return false;
+  if (!Holds(image, 0, kCoreHeader)) return false;
   const DWORD size = ReadDword(image, kSizeOffset);
-  if (size < kShortestHeader || !Holds(image, 0, size)) return false;
-  const LONG width = ReadLong(image, kWidthOffset);
-  const LONG bothHeights = ReadLong(image, kHeightOffset);
+  const bool isCore = size == kCoreHeader;
+  if (!isCore && (size < kShortestHeader || !Holds(image, 0, size))) return false;
+  const LONG width = isCore ? ReadWord(image, kWidthOffset) : ReadLong(image, kWidthOffset);
+  const LONG bothHeights = isCore ? ReadWord(image, kCoreHeightOffset) : ReadLong(image, kHeightOffset);
   const auto height = static_cast<LONG>(std::abs(static_cast<LONGLONG>(bothHeights)) / 2);
   if (width <= 0 || height == 0) return false;
   header = {
       .width = width,
       .height = height,
-      .bitsPerPixel = ReadWord(image, kBitsPerPixelOffset),
+      .bitsPerPixel = ReadWord(image, isCore ? kCoreBitsPerPixelOffset : kBitsPerPixelOffset),
       .topDown = bothHeights < 0,
-      .compression = ReadDword(image, kCompressionOffset),
-      .paletteColours = ReadDword(image, kPaletteColoursOffset),
+      .compression = isCore ? kUncompressed : ReadDword(image, kCompressionOffset),
+      .paletteColours = isCore ? 0 : std::min(ReadDword(image, kPaletteColoursOffset), kMostPaletteColours),
+      .paletteEntryBytes = isCore ? kCorePaletteEntryBytes : kPaletteEntryBytes,
       .size = size,
   };
   if (header.paletteColours == 0 && header.bitsPerPixel <= 8) header.paletteColours = 1U << header.bitsPerPixel;
@@ -136,8 +157,7 @@ DWORD DecodeDibImage(Bytes image, IconImage& decoded) {
   DibHeader header = {};
   if (!ReadDibHeader(image, header) || !IsSupported(header)) return ERROR_INVALID_DATA;
   if (static_cast<LONGLONG>(header.width) * header.height > kMostIconPixels) return ERROR_INVALID_DATA;
-  if (header.paletteColours > kMostPaletteColours) return ERROR_INVALID_DATA;
-  const std::size_t paletteBytes = header.paletteColours * kPaletteEntryBytes;
+  const std::size_t paletteBytes = header.paletteColours * header.paletteEntryBytes;
   const std::size_t colourOffset = header.size + paletteBytes;
 
   // The limit on pixels keeps these products far from overflow.

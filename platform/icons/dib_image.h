@@ -1,8 +1,10 @@
 // Uncompressed images inside icon files.
 //
-// Such an image is a header, a palette of 4-byte colours (blue, green, red, unused), the colour rows and the mask rows.
-// The header states twice the image's height, for colour and mask together. Rows stand bottom first, or top first when
-// that height is negative, and each is padded to 4 bytes.
+// Such an image is a header, a palette, the colour rows and the mask rows. The header states twice the image's height,
+// for colour and mask together. Rows stand bottom first, or top first when that height is negative, and each is padded
+// to 4 bytes. A colour of the palette is 4 bytes: blue, green, red and an unused one. The oldest images have a header
+// of 12 bytes (the platform's BITMAPCOREHEADER, all others its BITMAPINFOHEADER or one that begins like it) and a
+// palette without the unused bytes.
 #pragma once
 
 #include "icons/icon_image.h"
@@ -17,6 +19,7 @@ struct DibHeader {
   bool topDown;
   DWORD compression;
   DWORD paletteColours;
+  std::size_t paletteEntryBytes;
   std::size_t size;  ///< The header's own bytes; the palette follows.
 };
 
@@ -24,9 +27,9 @@ struct DibHeader {
 /// in it has been checked then.
 bool ReadDibHeader(Bytes image, DibHeader& header);
 
-/// Decodes an image of 1, 4, 8, 24 or 32 bits per pixel. ERROR_SUCCESS, or ERROR_INVALID_DATA for a damaged image and
-/// for one of another form. Alpha bytes of a 32-bit image are kept, those of the others are 0. A mask that is missing
-/// or short reads as opaque. Raises std::bad_alloc.
+/// Decodes an image of 1, 4, 8, 16 (5 each of red, green and blue), 24 or 32 bits per pixel. ERROR_SUCCESS, or
+/// ERROR_INVALID_DATA for a damaged image and for one of another form. Alpha bytes of a 32-bit image are kept, those of
+/// the others are 0. A mask that is missing or short reads as opaque. Raises std::bad_alloc.
 DWORD DecodeDibImage(Bytes image, IconImage& decoded);
 
 }  // namespace ondrel::platform

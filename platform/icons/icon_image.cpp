@@ -4,7 +4,6 @@
 #include <cstddef>
 #include <cstring>
 
-
 namespace ondrel::platform {
 namespace {
 

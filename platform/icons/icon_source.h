@@ -3,12 +3,11 @@
 
 #include <vector>
 
+#include <ondrel/platform/graphics.h>
+
 #include "icons/icon_entry.h"
 
 namespace ondrel::platform {
-
-inline constexpr LONG kLargeIconSize = 32;
-inline constexpr LONG kSmallIconSize = 16;
 
 /// What happened to the file, and what to the icon in it, which is not looked for in a file that cannot be read.
 struct IconStatus {

@@ -1,8 +1,15 @@
-// Recognition of PNG images.
+// Recognition and decoding of PNG images, with libpng.
 #include "icons/png_image.h"
 
+#include <png.h>
+
 #include <algorithm>
+#include <csetjmp>
+#include <cstring>
 #include <limits>
+#include <new>
+
+#include "icons/icon_limits.h"
 
 namespace ondrel::platform {
 namespace {
@@ -20,6 +27,83 @@ DWORD ReadBigEndianDword(Bytes bytes, std::size_t offset) {
 
 bool IsPossibleSize(DWORD size) { return size != 0 && size <= std::numeric_limits<LONG>::max(); }
 
+constexpr BYTE kOpaque = 0xFF;
+
+/// One run of libpng over an image. The library leaves its calls by a jump, so nothing with a destructor may live in
+/// the function that makes them: what the run needs stands here.
+class PngDecoding {
+ public:
+  explicit PngDecoding(Bytes image)
+      : m_left(image),
+        m_png(png_create_read_struct_2(PNG_LIBPNG_VER_STRING, this, Fail, Ignore, this, Allocate, Free)) {
+    if (m_png != nullptr) m_info = png_create_info_struct(m_png);
+  }
+  ~PngDecoding() { png_destroy_read_struct(&m_png, &m_info, nullptr); }
+  PngDecoding(const PngDecoding&) = delete;
+  PngDecoding& operator=(const PngDecoding&) = delete;
+
+  /// The size is the one that the image states.
+  DWORD Decode(LONG width, LONG height, IconImage& decoded) {
+    if (m_png == nullptr || m_info == nullptr) throw std::bad_alloc();
+    m_target = IconImage(width, height);
+    if (!Read()) {
+      if (m_isOutOfMemory) throw std::bad_alloc();
+      return ERROR_INVALID_DATA;
+    }
+    for (LONG y = 0; y < height; ++y) {
+      for (LONG x = 0; x < width; ++x) {
+        if (m_target.Pixel(x, y)[3] == 0) m_target.SetTransparent(x, y);
+      }
+    }
+    decoded = std::move(m_target);
+    return ERROR_SUCCESS;
+  }
+
+ private:
+  bool Read() {
+    if (setjmp(png_jmpbuf(m_png)) != 0) return false;
+    png_set_read_fn(m_png, this, Supply);
+    // No chunk but the palette, the transparent colour and the pixels counts; the others could be large.
+    png_set_keep_unknown_chunks(m_png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
+    png_read_info(m_png, m_info);
+    png_set_expand(m_png);
+    png_set_scale_16(m_png);
+    png_set_gray_to_rgb(m_png);
+    png_set_add_alpha(m_png, kOpaque, PNG_FILLER_AFTER);
+    png_set_bgr(m_png);
+    const int passes = png_set_interlace_handling(m_png);
+    png_read_update_info(m_png, m_info);
+    if (png_get_rowbytes(m_png, m_info) != static_cast<std::size_t>(m_target.width) * 4) return false;
+    for (int pass = 0; pass < passes; ++pass) {
+      for (LONG y = 0; y < m_target.height; ++y) png_read_row(m_png, m_target.Pixel(0, y), nullptr);
+    }
+    png_read_end(m_png, nullptr);  // the checksums of the pixels are known only here
+    return true;
+  }
+
+  static void Supply(png_structp png, png_bytep bytes, std::size_t count) {
+    Bytes& left = static_cast<PngDecoding*>(png_get_io_ptr(png))->m_left;
+    if (count > left.size()) png_error(png, "the image ends early");
+    std::memcpy(bytes, left.data(), count);
+    left = left.subspan(count);
+  }
+  [[noreturn]] static void Fail(png_structp png, png_const_charp) { png_longjmp(png, 1); }
+  static void Ignore(png_structp, png_const_charp) {}
+
+  static void* Allocate(png_structp png, std::size_t count) {
+    void* const memory = ::operator new(count, std::nothrow);
+    if (memory == nullptr) static_cast<PngDecoding*>(png_get_mem_ptr(png))->m_isOutOfMemory = true;
+    return memory;
+  }
+  static void Free(png_structp, void* memory) { ::operator delete(memory); }
+
+  Bytes m_left;
+  IconImage m_target;
+  bool m_isOutOfMemory = false;
+  png_structp m_png;
+  png_infop m_info = nullptr;
+};
+
 }  // namespace
 
 bool IsPngImage(Bytes image) {
@@ -36,6 +120,12 @@ bool ReadPngSize(Bytes image, LONG& width, LONG& height) {
   return true;
 }
 
-DWORD DecodePngImage(Bytes, IconImage&) { return ERROR_INVALID_DATA; }
+DWORD DecodePngImage(Bytes image, IconImage& decoded) {
+  LONG width = 0;
+  LONG height = 0;
+  if (!IsPngImage(image) || !ReadPngSize(image, width, height)) return ERROR_INVALID_DATA;
+  if (static_cast<LONGLONG>(width) * height > kMostIconPixels) return ERROR_INVALID_DATA;
+  return PngDecoding(image).Decode(width, height, decoded);
+}
 
 }  // namespace ondrel::platform

@@ -52,6 +52,10 @@
 
 namespace ondrel::platform {
 
+/// Width and height of the two icons, in pixels.
+inline constexpr LONG kLargeIconSize = 32;
+inline constexpr LONG kSmallIconSize = 16;
+
 struct IconDestroyer {
   void operator()(HICON icon) const noexcept { DestroyIcon(icon); }
 };
