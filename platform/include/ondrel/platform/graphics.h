@@ -3,16 +3,16 @@
 // Handles are owned by whoever the function that made them says; null is no handle.
 //
 //   ExtractIconExW(path, 0, &large, &small, 1)
-//                      the first icon of a file, as a large (32 x 32) and a small (16 x 16) handle, both the caller's
-//                      to destroy, and the number of icons: off Windows 1, on Windows the two sizes may count. 0 when
-//                      the file gives no icon and 0xFFFFFFFF when it cannot be read; the handles then say nothing and
-//                      GetLastError() may have the reason: ERROR_FILE_NOT_FOUND always. `\` and `/` both separate
-//                      folders. Windows tells the count of a damaged icon, too, and gives null handles.
-//                      Off Windows the handles are null on every failure, and the reason is always there:
-//                      ERROR_PATH_NOT_FOUND for a folder that is not there, ERROR_ACCESS_DENIED for a folder or a file
-//                      that may not be read, ERROR_RESOURCE_DATA_NOT_FOUND for a file without an icon (a cursor is
-//                      none), ERROR_INVALID_DATA for a damaged icon or one of a form that is not known here, or
-//                      ERROR_OUTOFMEMORY.
+//                      the first icon of a file, an icon file or a program (an executable or a library), as a large (32
+//                      x 32) and a small (16 x 16) handle, both the caller's to destroy, and the number of icons: off
+//                      Windows 1, on Windows the two sizes may count. 0 when the file gives no icon and 0xFFFFFFFF when
+//                      it cannot be read; the handles then say nothing and GetLastError() may have the reason:
+//                      ERROR_FILE_NOT_FOUND always. `\` and `/` both separate folders. Windows tells the count of a
+//                      damaged icon, too, and gives null handles. Off Windows the handles are null on every failure,
+//                      and the reason is always there: ERROR_PATH_NOT_FOUND for a folder that is not there,
+//                      ERROR_ACCESS_DENIED for a folder or a file that may not be read, ERROR_RESOURCE_DATA_NOT_FOUND
+//                      for a file without an icon (a cursor is none), ERROR_INVALID_DATA for a damaged icon or one of a
+//                      form that is not known here, or ERROR_OUTOFMEMORY.
 //   GetIconInfo        copies of the icon's colour and mask bitmaps, the caller's to delete; FALSE for a null handle,
 //                      with the last error left as it is: off Windows, so that it still tells why there is no icon
 //                      On Windows an icon in black and white alone has no colour bitmap but a mask of twice the height;
@@ -34,15 +34,15 @@
 //   ImageList_GetIcon  a copy of an image of the list, the caller's to destroy. Windows makes the colours that a mask
 //                      hides black, and a 32-bit image may lose its alpha bytes.
 //
-// An icon's colour image has 32 bits per pixel, blue first, with the alpha bytes of a 32-bit icon and 0 for the other
-// depths. Its mask has 1 bit per pixel, the leftmost pixel highest, a set bit for a transparent pixel.
+// An icon's colour image has 32 bits per pixel, blue first, with the alpha bytes of a 32-bit icon or a PNG image and 0
+// for the other depths. Its mask has 1 bit per pixel, the leftmost pixel highest, a set bit for a transparent pixel.
 //
-// Of the images in a file, each of the two handles shows one of the exact size, of several the one with most colours.
-// Where there is none of the exact size, one of another size is scaled: off Windows the nearest, of two at the same
-// distance the larger, by what the images themselves say about their size and depth; an image damaged beyond reading is
-// not passed over; and all scaling takes, for each pixel, the colour and the mask bit of the source pixel in which its
-// centre lies. Windows chooses and scales in its own way, and need not take rows from the top down, long image headers
-// or images without a whole mask.
+// Of the images that an icon has, each of the two handles shows one of the exact size, of several the one with most
+// colours. Where there is none of the exact size, one of another size is scaled: off Windows the nearest, of two at the
+// same distance the larger, by what the images themselves say about their size and depth; an image damaged beyond
+// reading is not passed over; and all scaling takes, for each pixel, the colour and the mask bit of the source pixel in
+// which its centre lies. Windows chooses and scales in its own way, and need not take rows from the top down, long
+// image headers or images without a whole mask. Off Windows the mask of a PNG image has the pixels whose alpha is 0.
 #pragma once
 
 #include <memory>
