@@ -17,6 +17,9 @@ struct IconEntry {
   Bytes image;
 };
 
+/// The size, in pixels, that a byte of a directory states.
+constexpr LONG StatedIconSize(BYTE size) { return size == 0 ? 256 : size; }
+
 /// Makes an entry from the size and depth that a directory states and from the image itself. The image's own header
 /// decides; the directory is believed only where the image is too damaged to say, and serves the choice then.
 IconEntry DescribeIconEntry(LONG width, LONG height, WORD bitsPerPixel, Bytes image);

@@ -20,12 +20,10 @@ constexpr std::size_t kBitsPerPixelOffset = 6;
 constexpr std::size_t kLengthOffset = 8;
 constexpr std::size_t kImageOffset = 12;
 
-LONG StatedSize(BYTE size) { return size == 0 ? 256 : size; }
-
 IconEntry ReadEntry(Bytes file, Bytes entry) {
   const std::size_t offset = std::min<std::size_t>(ReadDword(entry, kImageOffset), file.size());
   const std::size_t length = std::min<std::size_t>(ReadDword(entry, kLengthOffset), file.size() - offset);
-  return DescribeIconEntry(StatedSize(entry[kWidthOffset]), StatedSize(entry[kHeightOffset]),
+  return DescribeIconEntry(StatedIconSize(entry[kWidthOffset]), StatedIconSize(entry[kHeightOffset]),
                            ReadWord(entry, kBitsPerPixelOffset), file.subspan(offset, length));
 }
 

@@ -1,4 +1,4 @@
-// How much of what an icon file claims is believed.
+// How much of what an icon file or a program claims is believed.
 #pragma once
 
 #include <ondrel/platform/os/types.h>
@@ -9,10 +9,14 @@ namespace ondrel::platform {
 /// that some writers store, and no more than 4 MiB for a colour image, whatever a header claims.
 inline constexpr LONGLONG kMostIconPixels = 1024 * 1024;
 
-/// Entries of a file. Real files have a few dozen, all sizes and depths together.
+/// Entries of an icon file, or of an icon in a program. Real ones have a few dozen, all sizes and depths together.
 inline constexpr WORD kMostIconEntries = 1024;
 
-/// Bytes of a file. Real files stay below 1 MiB; this is several images of the most pixels.
+/// Bytes of an icon file, or of the images of an icon in a program, which may be as long as it likes itself. Real ones
+/// stay below 1 MiB; this is several images of the most pixels.
 inline constexpr ULONGLONG kMostIconFileBytes = 32 * 1024 * 1024;
+
+/// Sections of a program: as many as the system's loader takes.
+inline constexpr WORD kMostSections = 96;
 
 }  // namespace ondrel::platform

@@ -1,62 +1,42 @@
 // Reading what an icon is made from.
 #include "icons/icon_source.h"
 
-#include <ondrel/platform/os/file.h>
+#include <algorithm>
 
+#include "icons/executable.h"
 #include "icons/icon_file.h"
 #include "icons/icon_limits.h"
+#include "icons/icon_resources.h"
+#include "icons/source_file.h"
 
 namespace ondrel::platform {
 namespace {
 
-class OpenedFile {
- public:
-  explicit OpenedFile(LPCWSTR path)
-      : m_status(OpenOsFile(path, OsAccess::read, OsSharing::everything, OsCreation::mustExist, m_file)) {}
-  ~OpenedFile() {
-    if (m_status == ERROR_SUCCESS) CloseOsFile(m_file);
-  }
-  OpenedFile(const OpenedFile&) = delete;
-  OpenedFile& operator=(const OpenedFile&) = delete;
-
-  DWORD Status() const { return m_status; }
-  OsFile Handle() const { return m_file; }
-
- private:
-  OsFile m_file = kNoOsFile;
-  DWORD m_status;
-};
-
-/// Appends up to `count` bytes; fewer at the end of the file.
-DWORD ReadOnto(OsFile file, UINT count, std::vector<BYTE>& bytes) {
-  const std::size_t before = bytes.size();
-  bytes.resize(before + count);
-  UINT read = 0;
-  const DWORD status = ReadOsFile(file, bytes.data() + before, count, read);
-  bytes.resize(before + read);
-  return status;
+// A file that begins as an icon file and is longer than any is a damaged icon.
+IconStatus ReadIconFile(const SourceFile& file, IconSource& source) {
+  if (file.Length() > kMostIconFileBytes) return kIconDamaged;
+  source.bytes.resize(static_cast<std::size_t>(file.Length()));
+  if (const IconStatus status = file.Read(0, source.bytes); !status.IsSuccess()) return status;
+  return {.icon = ReadIconDirectory(source.bytes, source.entries)};
 }
 
-/// Reads as much of a file as its icon needs: of an icon file the whole, of any other only what tells it is none. A
-/// file that begins as an icon file and is longer than any is a damaged icon.
-IconStatus ReadIconBytes(OsFile file, std::vector<BYTE>& bytes) {
-  DWORD status = ReadOnto(file, kIconFileHeaderBytes, bytes);
-  if (status != ERROR_SUCCESS || !IsIconFile(bytes)) return {.file = status};
-  ULONGLONG length = 0;
-  status = MeasureOsFile(file, length);
-  if (status != ERROR_SUCCESS) return {.file = status};
-  if (length > kMostIconFileBytes) return {.icon = ERROR_INVALID_DATA};
-  if (length > bytes.size()) status = ReadOnto(file, static_cast<UINT>(length - bytes.size()), bytes);
-  return {.file = status};
+IconStatus ReadProgram(const SourceFile& file, IconSource& source) {
+  Executable program(file);
+  if (const IconStatus status = program.ReadHeaders(); !status.IsSuccess()) return status;
+  return ReadIconResources(file, program, source);
 }
 
 }  // namespace
 
 IconStatus ReadIconSource(LPCWSTR path, IconSource& source) {
-  const OpenedFile file(path);
+  const SourceFile file(path);
   if (file.Status() != ERROR_SUCCESS) return {.file = file.Status()};
-  if (const IconStatus reading = ReadIconBytes(file.Handle(), source.bytes); !reading.IsSuccess()) return reading;
-  return {.icon = ReadIconDirectory(source.bytes, source.entries)};
+  constexpr std::size_t kStartBytes = std::max(kIconFileHeaderBytes, kExecutableMarkBytes);
+  source.bytes.resize(static_cast<std::size_t>(std::min<ULONGLONG>(kStartBytes, file.Length())));
+  if (const IconStatus status = file.Read(0, source.bytes); !status.IsSuccess()) return status;
+  source.isProgram = IsExecutable(source.bytes);
+  if (source.isProgram) return ReadProgram(file, source);
+  return IsIconFile(source.bytes) ? ReadIconFile(file, source) : kNoIconThere;
 }
 
 }  // namespace ondrel::platform

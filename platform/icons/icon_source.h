@@ -1,29 +1,28 @@
 // A file that an icon is made from: its bytes, and the images among them.
 #pragma once
 
+#include <optional>
 #include <vector>
 
 #include <ondrel/platform/graphics.h>
 
 #include "icons/icon_entry.h"
+#include "icons/icon_status.h"
 
 namespace ondrel::platform {
 
-/// What happened to the file, and what to the icon in it, which is not looked for in a file that cannot be read.
-struct IconStatus {
-  bool IsSuccess() const { return file == ERROR_SUCCESS && icon == ERROR_SUCCESS; }
-
-  DWORD file = ERROR_SUCCESS;
-  DWORD icon = ERROR_SUCCESS;
-};
-
 struct IconSource {
-  std::vector<BYTE> bytes;
-  std::vector<IconEntry> entries;  ///< They point into the bytes.
+  bool isProgram = false;  ///< A program or a library, even one without an icon.
+  /// Of a program: whether it has groups of icons. Unset when it has no resources at all, or damaged ones.
+  std::optional<bool> hasIconGroups = {};
+  bool isCutShort = false;       ///< Of a program: an image of its icon is stated to be where the file has none.
+  std::vector<BYTE> bytes = {};  ///< Of an icon file the whole, of a program the images, of any other file its start.
+  std::vector<IconEntry> entries = {};  ///< They point into the bytes.
 };
 
-/// Reads an icon file and its directory. The icon's status is ERROR_RESOURCE_DATA_NOT_FOUND for a file that is none or
-/// lists no image, ERROR_INVALID_DATA for a damaged one. Raises std::bad_alloc.
+/// Reads the first icon of a file, which tells by its content whether it is an icon file or a program. The icon's
+/// status is ERROR_RESOURCE_DATA_NOT_FOUND for a file without one or whose icon lists no image, ERROR_INVALID_DATA for
+/// a damaged one. Raises std::bad_alloc.
 IconStatus ReadIconSource(LPCWSTR path, IconSource& source);
 
 }  // namespace ondrel::platform

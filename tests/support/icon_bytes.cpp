@@ -3,18 +3,10 @@
 
 #include <utility>
 
+#include "support/little_endian_bytes.h"
+
 namespace ondrel::test {
 namespace {
-
-void AppendWord(std::string& bytes, std::uint32_t value) {
-  bytes += static_cast<char>(value & 0xFF);
-  bytes += static_cast<char>(value >> 8 & 0xFF);
-}
-
-void AppendDword(std::string& bytes, std::uint32_t value) {
-  AppendWord(bytes, value & 0xFFFF);
-  AppendWord(bytes, value >> 16);
-}
 
 // Appends a row of numbers of `bits` bits each, the first one highest in its byte, padded with zero to 4 bytes. Numbers
 // of several bytes stand with their lowest byte first.

@@ -1,48 +1,60 @@
 // Icons out of files, guarded against damaged ones.
 #include <ondrel/platform/graphics.h>
 
-#include "icons/icon_file.h"
+#include <utility>
+
 #include "icons/icon_source.h"
-#include "icons/png_image.h"
 
 namespace ondrel::platform {
 namespace {
 
-// The system takes what an icon file says of itself at its word, and may read beyond the file's end. Only what it will
-// look at is checked, the two images that are nearest in size. PNG images have a decoder of their own there.
-DWORD CheckIconFile(const IconSource& source) {
+// The system takes what a file says of its icon at its word, and may read beyond the file's end. Only what it will look
+// at is checked, the two images that are nearest in size.
+DWORD CheckImages(const IconSource& source) {
   for (const LONG size : {kLargeIconSize, kSmallIconSize}) {
-    const IconEntry& entry = ChooseIconEntry(source.entries, size);
-    if (IsPngImage(entry.image)) continue;
     IconImage ignored;
-    if (const DWORD status = DecodeIconEntry(entry, size, ignored); status != ERROR_SUCCESS) return status;
+    const DWORD status = DecodeIconEntry(ChooseIconEntry(source.entries, size), size, ignored);
+    if (status != ERROR_SUCCESS) return status;
   }
   return ERROR_SUCCESS;
+}
+
+// Whether to ask the system about a file in which there is no icon.
+bool MayHaveIconElsewhere(const IconSource& source) {
+  // A program may have icons in files beside it. It has other resources then.
+  if (source.isProgram) return source.hasIconGroups == false;
+  return !source.bytes.empty();  // there are other kinds of files with icons
 }
 
 DWORD CheckFile(LPCWSTR path) {
   IconSource source;
   const IconStatus status = ReadIconSource(path, source);
   if (status.file != ERROR_SUCCESS) return status.file;
-  if (status.icon == ERROR_SUCCESS) return CheckIconFile(source);
-  // Programs and libraries have icons too; the system knows how to find them.
-  return IsIconFile(source.bytes) || source.bytes.empty() ? status.icon : ERROR_SUCCESS;
+  if (status.icon == ERROR_RESOURCE_DATA_NOT_FOUND && MayHaveIconElsewhere(source)) return ERROR_SUCCESS;
+  if (status.icon != ERROR_SUCCESS) return status.icon;
+  return source.isCutShort ? ERROR_INVALID_DATA : CheckImages(source);
 }
 
 }  // namespace
 
 HRESULT ExtractFirstIcon(LPCWSTR path, UniqueIcon& large, UniqueIcon& smallIcon) {
+  large.reset();
+  smallIcon.reset();
   if (const DWORD code = CheckFile(path); code != ERROR_SUCCESS) return HRESULT_FROM_WIN32(code);
   HICON largeHandle = nullptr;
   HICON smallHandle = nullptr;
   SetLastError(ERROR_SUCCESS);
   const UINT extracted = ExtractIconExW(path, 0, &largeHandle, &smallHandle, 1);
   const DWORD reason = GetLastError();
-  large.reset(largeHandle);
-  smallIcon.reset(smallHandle);
-  if (extracted != 0 && extracted != 0xFFFFFFFF && largeHandle != nullptr && smallHandle != nullptr) return S_OK;
-  large.reset();
-  smallIcon.reset();
+  // Without a large icon the small one may be any number, and that of another's icon: it is not to be destroyed then.
+  if (extracted != 0 && extracted != 0xFFFFFFFF && largeHandle != nullptr) {
+    UniqueIcon owner(largeHandle);
+    if (smallHandle != nullptr) {
+      large = std::move(owner);
+      smallIcon.reset(smallHandle);
+      return S_OK;
+    }
+  }
   return HRESULT_FROM_WIN32(reason == ERROR_SUCCESS ? ERROR_RESOURCE_DATA_NOT_FOUND : reason);
 }
 
