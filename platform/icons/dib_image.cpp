@@ -128,6 +128,30 @@ bool IsSupported(const DibHeader& header) {
   }
 }
 
+/// The parts of an image behind its header. The mask is empty when it is missing or short.
+struct DibPlaces {
+  Bytes palette;
+  Bytes colour;
+  Bytes mask;
+};
+
+/// False for an image with too many pixels, and for one that is too short for its colours.
+bool FindPlaces(Bytes image, const DibHeader& header, DibPlaces& places) {
+  if (static_cast<LONGLONG>(header.width) * header.height > kMostIconPixels) return false;
+  // The limit on pixels keeps these products far from overflow.
+  const auto height = static_cast<std::size_t>(header.height);
+  const std::size_t paletteBytes = header.paletteColours * header.paletteEntryBytes;
+  const std::size_t colourOffset = header.size + paletteBytes;
+  const std::size_t colourBytes = FileStride(header.width, header.bitsPerPixel) * height;
+  const std::size_t maskOffset = colourOffset + colourBytes;
+  const std::size_t maskBytes = FileStride(header.width, 1) * height;
+  if (!Holds(image, colourOffset, colourBytes)) return false;
+  places.palette = image.subspan(header.size, paletteBytes);
+  places.colour = image.subspan(colourOffset, colourBytes);
+  if (Holds(image, maskOffset, maskBytes)) places.mask = image.subspan(maskOffset, maskBytes);
+  return true;
+}
+
 }  // namespace
 
 bool ReadDibHeader(Bytes image, DibHeader& header) {
@@ -153,26 +177,21 @@ bool ReadDibHeader(Bytes image, DibHeader& header) {
   return true;
 }
 
+bool IsWholeDibImage(Bytes image) {
+  DibHeader header = {};
+  DibPlaces places = {};
+  return ReadDibHeader(image, header) && FindPlaces(image, header, places);
+}
+
 DWORD DecodeDibImage(Bytes image, IconImage& decoded) {
   DibHeader header = {};
+  DibPlaces places = {};
   if (!ReadDibHeader(image, header) || !IsSupported(header)) return ERROR_INVALID_DATA;
-  if (static_cast<LONGLONG>(header.width) * header.height > kMostIconPixels) return ERROR_INVALID_DATA;
-  const std::size_t paletteBytes = header.paletteColours * header.paletteEntryBytes;
-  const std::size_t colourOffset = header.size + paletteBytes;
-
-  // The limit on pixels keeps these products far from overflow.
-  const std::size_t colourStride = FileStride(header.width, header.bitsPerPixel);
-  const std::size_t colourBytes = colourStride * static_cast<std::size_t>(header.height);
-  if (!Holds(image, colourOffset, colourBytes)) return ERROR_INVALID_DATA;
+  if (!FindPlaces(image, header, places)) return ERROR_INVALID_DATA;
   decoded = IconImage(header.width, header.height);
-  DecodeColour(FileRows(image.subspan(colourOffset, colourBytes), colourStride, header), header,
-               image.subspan(header.size, paletteBytes), decoded);
-
-  const std::size_t maskStride = FileStride(header.width, 1);
-  const std::size_t maskBytes = maskStride * static_cast<std::size_t>(header.height);
-  if (Holds(image, colourOffset + colourBytes, maskBytes)) {
-    DecodeMask(FileRows(image.subspan(colourOffset + colourBytes, maskBytes), maskStride, header), decoded);
-  }
+  DecodeColour(FileRows(places.colour, FileStride(header.width, header.bitsPerPixel), header), header, places.palette,
+               decoded);
+  if (!places.mask.empty()) DecodeMask(FileRows(places.mask, FileStride(header.width, 1), header), decoded);
   return ERROR_SUCCESS;
 }
 

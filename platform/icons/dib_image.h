@@ -27,6 +27,10 @@ struct DibHeader {
 /// in it has been checked then.
 bool ReadDibHeader(Bytes image, DibHeader& header);
 
+/// Whether an image is of a possible size and long enough for its header, palette and colours, of whatever form they
+/// are.
+bool IsWholeDibImage(Bytes image);
+
 /// Decodes an image of 1, 4, 8, 16 (5 each of red, green and blue), 24 or 32 bits per pixel. ERROR_SUCCESS, or
 /// ERROR_INVALID_DATA for a damaged image and for one of another form. Alpha bytes of a 32-bit image are kept, those of
 /// the others are 0. A mask that is missing or short reads as opaque. Raises std::bad_alloc.

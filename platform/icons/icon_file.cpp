@@ -23,8 +23,10 @@ constexpr std::size_t kImageOffset = 12;
 IconEntry ReadEntry(Bytes file, Bytes entry) {
   const std::size_t offset = std::min<std::size_t>(ReadDword(entry, kImageOffset), file.size());
   const std::size_t length = std::min<std::size_t>(ReadDword(entry, kLengthOffset), file.size() - offset);
-  return DescribeIconEntry(StatedIconSize(entry[kWidthOffset]), StatedIconSize(entry[kHeightOffset]),
-                           ReadWord(entry, kBitsPerPixelOffset), file.subspan(offset, length));
+  IconEntry described = DescribeIconEntry(StatedIconSize(entry[kWidthOffset]), StatedIconSize(entry[kHeightOffset]),
+                                          ReadWord(entry, kBitsPerPixelOffset), file.subspan(offset, length));
+  described.isCut = !Holds(file, ReadDword(entry, kImageOffset), ReadDword(entry, kLengthOffset));
+  return described;
 }
 
 }  // namespace

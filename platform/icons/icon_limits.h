@@ -9,6 +9,12 @@ namespace ondrel::platform {
 /// that some writers store, and no more than 4 MiB for a colour image, whatever a header claims.
 inline constexpr LONGLONG kMostIconPixels = 1024 * 1024;
 
+/// Rows of a PNG image, whose decoder takes as long for a row as for many pixels. Real ones have as many as columns.
+inline constexpr LONG kMostPngRows = 64 * 1024;
+
+/// Chunks of a PNG image. Real ones have a few, those of the most pixels some hundred; each takes time.
+inline constexpr int kMostPngChunks = 16 * 1024;
+
 /// Entries of an icon file, or of an icon in a program. Real ones have a few dozen, all sizes and depths together.
 inline constexpr WORD kMostIconEntries = 1024;
 

@@ -108,7 +108,6 @@ class IconReading {
         ResourceData data = {};
         if (const IconStatus status = FindData(*image, data); !status.IsSuccess()) return status;
         run = m_program.Find(data.address);
-        if (run.length < data.length) m_source.isCutShort = true;
         run.length = run.length < data.length ? 0 : data.length;
       }
       m_runs.push_back(run);

@@ -15,7 +15,6 @@ struct IconSource {
   bool isProgram = false;  ///< A program or a library, even one without an icon.
   /// Of a program: whether it has groups of icons. Unset when it has no resources at all, or damaged ones.
   std::optional<bool> hasIconGroups = {};
-  bool isCutShort = false;       ///< Of a program: an image of its icon is stated to be where the file has none.
   std::vector<BYTE> bytes = {};  ///< Of an icon file the whole, of a program the images, of any other file its start.
   std::vector<IconEntry> entries = {};  ///< They point into the bytes.
 };

@@ -29,6 +29,12 @@ bool IsPossibleSize(DWORD size) { return size != 0 && size <= std::numeric_limit
 
 constexpr BYTE kOpaque = 0xFF;
 
+// Compressed bytes that may follow those of the last row: the end of their stream, and what a careless writer leaves
+// behind it. They are unfolded too, each into a thousand at worst.
+constexpr std::size_t kMostBytesBehindRows = 8 * 1024;
+constexpr png_uint_32 kPixelChunk = 0x49444154;  // IDAT
+constexpr int kInterlacePasses = 7;
+
 /// One run of libpng over an image. The library leaves its calls by a jump, so nothing with a destructor may live in
 /// the function that makes them: what the run needs stands here.
 class PngDecoding {
@@ -51,8 +57,9 @@ class PngDecoding {
       return ERROR_INVALID_DATA;
     }
     for (LONG y = 0; y < height; ++y) {
+      const BYTE* const row = m_target.Pixel(0, y);
       for (LONG x = 0; x < width; ++x) {
-        if (m_target.Pixel(x, y)[3] == 0) m_target.SetTransparent(x, y);
+        if (row[static_cast<std::size_t>(x) * 4 + 3] == 0) m_target.SetTransparent(x, y);
       }
     }
     decoded = std::move(m_target);
@@ -63,6 +70,8 @@ class PngDecoding {
   bool Read() {
     if (setjmp(png_jmpbuf(m_png)) != 0) return false;
     png_set_read_fn(m_png, this, Supply);
+    // The library's own limit on a side is below that on all pixels.
+    png_set_user_limits(m_png, kMostIconPixels, kMostIconPixels);
     // No chunk but the palette, the transparent colour and the pixels counts; the others could be large.
     png_set_keep_unknown_chunks(m_png, PNG_HANDLE_CHUNK_NEVER, nullptr, -1);
     png_read_info(m_png, m_info);
@@ -81,8 +90,21 @@ class PngDecoding {
     return true;
   }
 
+  /// Whether all rows are there. The library goes on unfolding pixels until their stream ends.
+  bool IsBehindRows() const {
+    return png_get_current_row_number(m_png) >= static_cast<png_uint_32>(m_target.height) ||
+           png_get_current_pass_number(m_png) >= kInterlacePasses;
+  }
+
   static void Supply(png_structp png, png_bytep bytes, std::size_t count) {
-    Bytes& left = static_cast<PngDecoding*>(png_get_io_ptr(png))->m_left;
+    PngDecoding& run = *static_cast<PngDecoding*>(png_get_io_ptr(png));
+    const bool isChunkStart = (png_get_io_state(png) & PNG_IO_MASK_LOC) == PNG_IO_CHUNK_HDR;
+    if (isChunkStart && ++run.m_chunks > kMostPngChunks) png_error(png, "too many chunks");
+    if (png_get_io_chunk_type(png) == kPixelChunk && run.IsBehindRows()) {
+      run.m_bytesBehindRows += count;
+      if (run.m_bytesBehindRows > kMostBytesBehindRows) png_error(png, "the pixels do not end");
+    }
+    Bytes& left = run.m_left;
     if (count > left.size()) png_error(png, "the image ends early");
     std::memcpy(bytes, left.data(), count);
     left = left.subspan(count);
@@ -99,6 +121,8 @@ class PngDecoding {
 
   Bytes m_left;
   IconImage m_target;
+  std::size_t m_chunks = 0;
+  std::size_t m_bytesBehindRows = 0;
   bool m_isOutOfMemory = false;
   png_structp m_png;
   png_infop m_info = nullptr;
@@ -120,11 +144,17 @@ bool ReadPngSize(Bytes image, LONG& width, LONG& height) {
   return true;
 }
 
+bool IsPossiblePngImage(Bytes image) {
+  LONG width = 0;
+  LONG height = 0;
+  return IsPngImage(image) && ReadPngSize(image, width, height) &&
+         static_cast<LONGLONG>(width) * height <= kMostIconPixels && height <= kMostPngRows;
+}
+
 DWORD DecodePngImage(Bytes image, IconImage& decoded) {
   LONG width = 0;
   LONG height = 0;
-  if (!IsPngImage(image) || !ReadPngSize(image, width, height)) return ERROR_INVALID_DATA;
-  if (static_cast<LONGLONG>(width) * height > kMostIconPixels) return ERROR_INVALID_DATA;
+  if (!IsPossiblePngImage(image) || !ReadPngSize(image, width, height)) return ERROR_INVALID_DATA;
   return PngDecoding(image).Decode(width, height, decoded);
 }
 

@@ -1,4 +1,5 @@
 // The pixels of uncompressed icon images, at every depth.
+#include <array>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -60,7 +61,7 @@ TEST_P(IconDepthOf, GivesColoursAndMaskOfTheSmallImage) {
   EXPECT_TRUE(Shows(extraction.smallIcon.get(), 16, picture));
 }
 
-INSTANTIATE_TEST_SUITE_P(AllDepths, IconDepthOf, testing::Values(1, 4, 8, 24, 32),
+INSTANTIATE_TEST_SUITE_P(AllDepths, IconDepthOf, testing::Values(1, 4, 8, 16, 24, 32),
                          [](const testing::TestParamInfo<int>& info) { return std::to_string(info.param) + "Bits"; });
 
 TEST(IconDepth, AlphaIsKeptEvenWhereTheMaskIsSetOrAlphaIsZero) {
@@ -75,6 +76,32 @@ TEST(IconDepth, AlphaIsKeptEvenWhereTheMaskIsSetOrAlphaIsZero) {
   EXPECT_FALSE(icon.IsTransparent(3, 4)) << "the mask alone says what is transparent";
   EXPECT_EQ(icon.Colour(5, 6), (PixelBytes{0xEF, 0xCD, 0xAB, 0x7F}));
   EXPECT_TRUE(icon.IsTransparent(5, 6));
+}
+
+TEST(IconDepth, SixteenBitsGiveThe32ValuesOfEachChannel) {
+  // Row 0 has all values of red, row 1 those of green, row 2 those of blue; row 3 the same with the bit that says
+  // nothing.
+  IconPicture picture = SolidPicture(32, 32, 16, 0);
+  for (std::uint32_t value = 0; value < 32; ++value) {
+    const auto column = static_cast<int>(value);
+    picture.pixels[picture.Index(column, 0)] = value << 19;
+    picture.pixels[picture.Index(column, 1)] = value << 11;
+    picture.pixels[picture.Index(column, 2)] = value << 3;
+    picture.pixels[picture.Index(column, 3)] = 0x80000000 | value << 3;
+  }
+  const Extraction extraction = ExtractIconsOf(IconFileBytes({picture}));
+  ASSERT_TRUE(Succeeded(extraction));
+  const IconContents icon = ReadIcon(extraction.large.get());
+  constexpr std::array<std::uint8_t, 32> kLevels = {0,   8,   16,  24,  33,  41,  49,  57,  66,  74,  82,
+                                                    90,  99,  107, 115, 123, 132, 140, 148, 156, 165, 173,
+                                                    181, 189, 198, 206, 214, 222, 231, 239, 247, 255};
+  for (int column = 0; column < 32; ++column) {
+    const std::uint8_t level = kLevels[static_cast<std::size_t>(column)];
+    EXPECT_EQ(icon.Colour(column, 0), (PixelBytes{0, 0, level, 0})) << "red " << column;
+    EXPECT_EQ(icon.Colour(column, 1), (PixelBytes{0, level, 0, 0})) << "green " << column;
+    EXPECT_EQ(icon.Colour(column, 2), (PixelBytes{level, 0, 0, 0})) << "blue " << column;
+    EXPECT_EQ(icon.Colour(column, 3), (PixelBytes{level, 0, 0, 0})) << "blue " << column;
+  }
 }
 
 TEST(IconDepth, PaletteOfATrueColourImageIsSteppedOver) {

@@ -8,6 +8,7 @@
 
 #include <ondrel/MMCObjectSet.h>
 
+#include "model/listed_image.h"
 #include "support/archive_bytes.h"
 #include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
@@ -16,25 +17,6 @@
 
 namespace ondrel::test {
 namespace {
-
-/// The colour of pixel (0, 0) of an image of a list, and its width.
-struct ListedImage {
-  DWORD colour;
-  LONG width;
-};
-
-ListedImage ImageOf(const CImageList& list, int index) {
-  const platform::UniqueIcon icon(ImageList_GetIcon(list.GetSafeHandle(), index, 0));
-  ICONINFO info = {};
-  if (!GetIconInfo(icon.get(), &info)) return {0xFFFFFFFF, -1};
-  const platform::UniqueBitmap colour(info.hbmColor);
-  const platform::UniqueBitmap mask(info.hbmMask);
-  BITMAP geometry = {};
-  if (GetObjectW(colour.get(), sizeof geometry, &geometry) == 0) return {0xFFFFFFFF, -1};
-  std::vector<unsigned char> bits(static_cast<std::size_t>(geometry.bmWidthBytes * geometry.bmHeight));
-  GetBitmapBits(colour.get(), static_cast<LONG>(bits.size()), bits.data());
-  return {DWORD{bits[0]} << 16 | DWORD{bits[1]} << 8 | DWORD{bits[2]}, geometry.bmWidth};
-}
 
 class IconFilesImageList : public testing::Test {
  protected:
@@ -65,9 +47,9 @@ TEST_F(IconFilesImageList, HoldsOneImageForEachFileInCookieOrder) {
   m_set.GetIconImageList(32, 32, list);
   EXPECT_EQ(list.GetImageCount(), 3);
   EXPECT_EQ(Indices(m_set, {10, 20, 30}), (std::map<__int64, int>{{10, 0}, {20, 1}, {30, 2}}));
-  EXPECT_EQ(ImageOf(list, 0).colour, 0x0000FF00U);
-  EXPECT_EQ(ImageOf(list, 1).colour, 0x00FF0000U);
-  EXPECT_EQ(ImageOf(list, 2).colour, 0x000000FFU);
+  EXPECT_EQ(ImageOf(list, 0).ColourAt(0, 0), 0x0000FF00U);
+  EXPECT_EQ(ImageOf(list, 1).ColourAt(0, 0), 0x00FF0000U);
+  EXPECT_EQ(ImageOf(list, 2).ColourAt(0, 0), 0x000000FFU);
 }
 
 TEST_F(IconFilesImageList, TakesTheHandleThatFitsTheSize) {
@@ -76,13 +58,13 @@ TEST_F(IconFilesImageList, TakesTheHandleThatFitsTheSize) {
   ASSERT_TRUE(smallIcon.Create(16, 16, ILC_COLOR32 | ILC_MASK, 0, 1));
   m_set.GetIconImageList(16, 16, smallIcon);
   ASSERT_EQ(smallIcon.GetImageCount(), 1);
-  EXPECT_EQ(ImageOf(smallIcon, 0).colour, 0x00020202U);
-  EXPECT_EQ(ImageOf(smallIcon, 0).width, 16);
+  EXPECT_EQ(ImageOf(smallIcon, 0).ColourAt(0, 0), 0x00020202U);
+  EXPECT_EQ(ImageOf(smallIcon, 0).geometry.bmWidth, 16);
   CImageList large;
   ASSERT_TRUE(large.Create(16, 16, ILC_COLOR32 | ILC_MASK, 0, 1));
   m_set.GetIconImageList(32, 32, large);
   ASSERT_EQ(large.GetImageCount(), 1);
-  EXPECT_EQ(ImageOf(large, 0).colour, 0x00010101U) << "the size asked for decides, not that of the list";
+  EXPECT_EQ(ImageOf(large, 0).ColourAt(0, 0), 0x00010101U) << "the size asked for decides, not that of the list";
 }
 
 TEST_F(IconFilesImageList, ImagesThatTheListHasStayInFront) {
@@ -94,8 +76,8 @@ TEST_F(IconFilesImageList, ImagesThatTheListHasStayInFront) {
   m_set.GetIconImageList(32, 32, list);
   EXPECT_EQ(list.GetImageCount(), 4);
   EXPECT_EQ(Indices(m_set, {1, 2}), (std::map<__int64, int>{{1, 2}, {2, 3}}));
-  EXPECT_EQ(ImageOf(list, 0).colour, 0x00010101U);
-  EXPECT_EQ(ImageOf(list, 3).colour, 0x00020202U);
+  EXPECT_EQ(ImageOf(list, 0).ColourAt(0, 0), 0x00010101U);
+  EXPECT_EQ(ImageOf(list, 3).ColourAt(0, 0), 0x00020202U);
 }
 
 TEST_F(IconFilesImageList, IconsFromAnImageAreLeftOut) {
@@ -109,7 +91,7 @@ TEST_F(IconFilesImageList, IconsFromAnImageAreLeftOut) {
   m_set.GetIconImageList(32, 32, list);
   EXPECT_EQ(list.GetImageCount(), 2);
   EXPECT_EQ(Indices(m_set, {1, 2, 3}), (std::map<__int64, int>{{1, 0}, {3, 1}}));
-  EXPECT_EQ(ImageOf(list, 1).colour, 0x00030303U);
+  EXPECT_EQ(ImageOf(list, 1).ColourAt(0, 0), 0x00030303U);
 }
 
 TEST_F(IconFilesImageList, ASetFromAnImageAddsNothingAndForgetsTheIndices) {
@@ -155,7 +137,7 @@ TEST_F(IconFilesImageList, TheListKeepsCopiesThatOutliveTheSet) {
   }
   EXPECT_EQ(CountLiveHandles().icons, before.icons);
   EXPECT_EQ(CountLiveHandles().bitmaps, before.bitmaps);
-  EXPECT_EQ(ImageOf(list, 0).colour, 0x00ABCDEFU);
+  EXPECT_EQ(ImageOf(list, 0).ColourAt(0, 0), 0x00ABCDEFU);
 }
 
 }  // namespace

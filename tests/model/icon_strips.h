@@ -7,6 +7,7 @@
 
 #include <ondrel/MMCObjectSet.h>
 
+#include "model/hand_icons.h"
 #include "support/archive_bytes.h"
 #include "support/model/hand_bytes.h"
 
@@ -52,6 +53,28 @@ inline std::string Pixels(const platform::UniqueBitmap& bitmap) {
 inline DWORD ColourAt(const std::string& pixels, int width, int x, int y) {
   const auto* const pixel = reinterpret_cast<const unsigned char*>(pixels.data()) + 4 * (y * width + x);
   return DWORD{pixel[0]} << 16 | DWORD{pixel[1]} << 8 | DWORD{pixel[2]};
+}
+
+/// Whether a strip has this geometry and these bytes.
+inline testing::AssertionResult IsStrip(const platform::UniqueBitmap& strip, const HandBitmap& expected) {
+  if (strip == nullptr) return testing::AssertionFailure() << "there is no strip";
+  const BITMAP geometry = Geometry(strip);
+  if (geometry.bmWidth != expected.width || geometry.bmHeight != expected.height || geometry.bmPlanes != 1 ||
+      geometry.bmBitsPixel != expected.depth || geometry.bmWidthBytes != expected.rowBytes) {
+    return testing::AssertionFailure() << geometry.bmWidth << " x " << geometry.bmHeight << " x "
+                                       << geometry.bmBitsPixel << " bits, not " << expected.width << " x "
+                                       << expected.height << " x " << expected.depth;
+  }
+  const std::string pixels = Pixels(strip);
+  if (pixels.size() != expected.bytes.size()) return testing::AssertionFailure() << pixels.size() << " bytes";
+  for (std::size_t place = 0; place < pixels.size(); ++place) {
+    if (pixels[place] == expected.bytes[place]) continue;
+    const auto rowBytes = static_cast<std::size_t>(expected.rowBytes);
+    return testing::AssertionFailure() << "byte " << place % rowBytes << " of row " << place / rowBytes << " is "
+                                       << Hex(pixels.substr(place, 1)) << ", not "
+                                       << Hex(expected.bytes.substr(place, 1));
+  }
+  return testing::AssertionSuccess();
 }
 
 /// The image index of an icon file; -99 when it has none.

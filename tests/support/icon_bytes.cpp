@@ -42,9 +42,21 @@ void AppendRows(std::string& bytes, const IconPicture& picture, int bits, Number
   }
 }
 
-std::string BytesWithoutMask(const IconPicture& picture) {
+// A pixel of 16 bits: 5 each of red, green and blue, the lowest last, below a bit without a meaning.
+std::uint32_t PackedPixel(std::uint32_t pixel) {
+  return (pixel >> 16 & 0x8000) | (pixel >> 9 & 0x7C00) | (pixel >> 6 & 0x03E0) | (pixel >> 3 & 0x001F);
+}
+
+void AppendOldHeader(std::string& bytes, const IconPicture& picture) {
+  AppendDword(bytes, 12);  // the header's own length
+  AppendWord(bytes, static_cast<std::uint32_t>(picture.width));
+  AppendWord(bytes, static_cast<std::uint32_t>(2 * picture.height));
+  AppendWord(bytes, 1);  // planes
+  AppendWord(bytes, static_cast<std::uint32_t>(picture.bitsPerPixel));
+}
+
+void AppendHeader(std::string& bytes, const IconPicture& picture) {
   const int bothHeights = 2 * picture.height;
-  std::string bytes;
   AppendDword(bytes, 40);  // the header's own length
   AppendDword(bytes, static_cast<std::uint32_t>(picture.width));
   AppendDword(bytes, static_cast<std::uint32_t>(picture.topDown ? -bothHeights : bothHeights));
@@ -57,11 +69,23 @@ std::string BytesWithoutMask(const IconPicture& picture) {
   const bool isFullPalette = picture.bitsPerPixel > 8 || picture.palette.size() == 1U << picture.bitsPerPixel;
   AppendDword(bytes, isFullPalette ? 0 : static_cast<std::uint32_t>(picture.palette.size()));
   AppendDword(bytes, 0);  // important colours: all
+}
+
+std::string BytesWithoutMask(const IconPicture& picture) {
+  std::string bytes;
+  if (picture.oldHeader) {
+    AppendOldHeader(bytes, picture);
+  } else {
+    AppendHeader(bytes, picture);
+  }
   for (const PixelBytes& colour : picture.palette) {
     for (const std::size_t part : {0, 1, 2}) bytes += static_cast<char>(colour[part]);
-    bytes += '\0';
+    if (!picture.oldHeader) bytes += '\0';
   }
-  AppendRows(bytes, picture, picture.bitsPerPixel, [&](int x, int y) { return picture.pixels[picture.Index(x, y)]; });
+  AppendRows(bytes, picture, picture.bitsPerPixel, [&](int x, int y) {
+    const std::uint32_t pixel = picture.pixels[picture.Index(x, y)];
+    return picture.bitsPerPixel == 16 ? PackedPixel(pixel) : pixel;
+  });
   return bytes;
 }
 
@@ -73,8 +97,12 @@ PixelBytes IconPicture::Colour(int x, int y) const {
     if (value >= palette.size()) return {};
     return {palette[value][0], palette[value][1], palette[value][2], 0};
   }
-  return {static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(value >> 8),
-          static_cast<std::uint8_t>(value >> 16), static_cast<std::uint8_t>(bitsPerPixel == 32 ? value >> 24 : 0)};
+  const auto channel = [&](int shift) {
+    const std::uint32_t stored = value >> shift & 0xFF;
+    // The 3 highest of the 5 bits once more, in the place of the 3 that are not stored.
+    return static_cast<std::uint8_t>(bitsPerPixel == 16 ? (stored & 0xF8) | stored >> 5 : stored);
+  };
+  return {channel(0), channel(8), channel(16), static_cast<std::uint8_t>(bitsPerPixel == 32 ? value >> 24 : 0)};
 }
 
 IconPicture SolidPicture(int width, int height, int bitsPerPixel, std::uint32_t colour) {

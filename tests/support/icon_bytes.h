@@ -15,15 +15,18 @@ using PixelBytes = std::array<std::uint8_t, 4>;
 struct IconPicture {
   int width = 0;
   int height = 0;
-  int bitsPerPixel = 32;                   ///< 1, 4, 8, 24 or 32.
-  bool topDown = false;                    ///< How the rows stand in the file. The other way round is the usual one.
-  std::vector<PixelBytes> palette = {};    ///< Up to 8 bits per pixel: the stored colours, alpha unused.
-  std::vector<std::uint32_t> pixels = {};  ///< Palette indices up to 8 bits per pixel, else 0xAARRGGBB.
-  std::vector<bool> transparent = {};      ///< Empty: the image has no mask.
+  int bitsPerPixel = 32;                 ///< 1, 4, 8, 16, 24 or 32.
+  bool topDown = false;                  ///< How the rows stand in the file. The other way round is the usual one.
+  bool oldHeader = false;                ///< The header of 12 bytes, with a full palette of 3 bytes a colour, if any.
+  std::vector<PixelBytes> palette = {};  ///< Up to 8 bits per pixel: the stored colours, alpha unused.
+  /// Palette indices up to 8 bits per pixel, else 0xAARRGGBB. At 16 bits the upper 5 of each channel are stored, and
+  /// the highest of alpha in the bit that says nothing.
+  std::vector<std::uint32_t> pixels = {};
+  std::vector<bool> transparent = {};  ///< Empty: the image has no mask.
 
   std::size_t Index(int x, int y) const { return static_cast<std::size_t>(y * width + x); }
   /// What a reader shall make of a pixel: alpha 0 unless the image has 32 bits per pixel, black for an index beyond the
-  /// palette.
+  /// palette, 5 bits brought to 8 so that 31 becomes 255.
   PixelBytes Colour(int x, int y) const;
   bool IsTransparent(int x, int y) const { return !transparent.empty() && transparent[Index(x, y)]; }
 };

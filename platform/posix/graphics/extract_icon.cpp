@@ -10,19 +10,15 @@ namespace {
 
 constexpr UINT kFileUnreadable = 0xFFFFFFFF;
 
-DWORD MakeIcon(const std::vector<IconEntry>& entries, LONG size, std::unique_ptr<IconObject>& icon) {
-  icon = std::make_unique<IconObject>();
-  return DecodeIconEntry(ChooseIconEntry(entries, size), size, icon->image);
-}
-
 IconStatus MakeIcons(LPCWSTR path, HICON* large, HICON* small) {
   IconSource source;
   if (const IconStatus reading = ReadIconSource(path, source); !reading.IsSuccess()) return reading;
   std::unique_ptr<IconObject> largeIcon;
   std::unique_ptr<IconObject> smallIcon;
-  DWORD status = ERROR_SUCCESS;
-  if (large != nullptr) status = MakeIcon(source.entries, kLargeIconSize, largeIcon);
-  if (status == ERROR_SUCCESS && small != nullptr) status = MakeIcon(source.entries, kSmallIconSize, smallIcon);
+  if (large != nullptr) largeIcon = std::make_unique<IconObject>();
+  if (small != nullptr) smallIcon = std::make_unique<IconObject>();
+  const DWORD status = DecodeIcon(source.entries, largeIcon != nullptr ? &largeIcon->image : nullptr,
+                                  smallIcon != nullptr ? &smallIcon->image : nullptr);
   if (status != ERROR_SUCCESS) return {.icon = status};
   if (large != nullptr) *large = largeIcon.release();
   if (small != nullptr) *small = smallIcon.release();

@@ -1,0 +1,28 @@
+// What it may cost to read an icon file, however it is damaged. Counted on this system alone, where the reader is this
+// project's and its allocations can be seen.
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+
+#include "graphics/icon_reading.h"
+#include "support/sanitizers.h"
+
+namespace ondrel::test {
+
+/// The processor's time, and memory beyond what the program has.
+inline constexpr std::chrono::milliseconds kMostTime(100);
+inline constexpr long kMostBytes = 64L * 1024 * 1024;
+/// Of files as large as they may be, whose every pixel passes a sanitizer.
+inline constexpr std::chrono::milliseconds kMostTimeOfLargest(kSanitized ? 500 : 100);
+
+/// Takes the icons out of a file. The test fails when that costs too much, or leaves other handles than the two icons.
+Extraction ExtractCheaply(const std::filesystem::path& path, std::chrono::milliseconds mostTime = kMostTime);
+/// Of a file with these bytes.
+Extraction ExtractCheaplyOf(const std::string& bytes, std::chrono::milliseconds mostTime = kMostTime);
+
+/// Whether the call gave both icons, or none and the reason ERROR_INVALID_DATA.
+testing::AssertionResult EndedWell(const Extraction& extraction);
+
+}  // namespace ondrel::test
