@@ -16,4 +16,7 @@ struct FileBeside {
 /// system's error code, and then nothing was made.
 DWORD CreateFileBeside(const CString& path, FileBeside& created);
 
+/// Whether two names would be those of one file, in one folder.
+bool IsSameName(const CString& name, const CString& other);
+
 }  // namespace ondrel::platform

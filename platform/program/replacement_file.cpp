@@ -1,4 +1,5 @@
 // A file that is written beside its place and takes it when it is complete.
+#include <algorithm>
 #include <new>
 
 #include <ondrel/platform/program.h>
@@ -11,6 +12,14 @@ namespace {
 [[noreturn]] void Throw(DWORD code, const CString& path) {
   const auto osError = static_cast<LONG>(code);
   AfxThrowFileException(CFileException::OsErrorToException(osError), osError, path);
+}
+
+/// Where the name of the file begins in a path.
+int NameStart(const CString& path) { return std::max(path.ReverseFind('\\'), path.ReverseFind('/')) + 1; }
+
+CString FolderOf(const CString& path) {
+  const int start = NameStart(path);
+  return start == 0 ? CString(_T(".")) : path.Left(start);
 }
 
 }  // namespace
@@ -43,6 +52,11 @@ void ReplacementFile::Commit() {
     throw;
   }
   m_committed = true;
+}
+
+bool ReplacementFile::SharesPlaceWith(const ReplacementFile& other) const {
+  return IsSameName(m_target.Mid(NameStart(m_target)), other.m_target.Mid(NameStart(other.m_target))) &&
+         IsSameFile(FolderOf(m_target), FolderOf(other.m_target));
 }
 
 void ReplacementFile::Discard() noexcept {

@@ -21,7 +21,8 @@ TEST(CommandLine, VersionPrintsNameAndNumber) {
 TEST(CommandLine, HelpNamesTheCommandsAndTheExitCodes) {
   const CommandResult result = ProjectFolder().Run({"--help"});
   ExpectSuccess(result);
-  for (const char* const part : {"compile", "show", "Example", "Exit codes: 0 done, 1 failed, 2 wrong usage."}) {
+  for (const char* const part :
+       {"compile", "show", "icon", "strips", "Example", "Exit codes: 0 done, 1 failed, 2 wrong usage."}) {
     EXPECT_THAT(result.output, HasSubstr(part));
   }
 }
@@ -38,6 +39,17 @@ TEST(CommandLine, EachCommandExplainsItself) {
   for (const char* const part : {"ondrel show", "FILE", "--json", "Example", "Exit codes"}) {
     EXPECT_THAT(show.output, HasSubstr(part));
   }
+  const CommandResult icon = folder.Run({"icon", "--help"});
+  ExpectSuccess(icon);
+  for (const char* const part : {"ondrel icon", "FILE", ".exe", "-o", "PICTURE", "Example", "Exit codes"}) {
+    EXPECT_THAT(icon.output, HasSubstr(part));
+  }
+  const CommandResult strips = folder.Run({"strips", "--help"});
+  ExpectSuccess(strips);
+  for (const char* const part :
+       {"ondrel strips", "FILE", "--key RRGGBB", "--small", "--large", "Example", "Exit codes"}) {
+    EXPECT_THAT(strips.output, HasSubstr(part));
+  }
 }
 
 class WrongUsage : public testing::TestWithParam<std::vector<std::string>> {};
@@ -53,6 +65,26 @@ TEST_P(WrongUsage, IsOneLineAndAHintWithExitCode2) {
   EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 2) << result.errors;
   EXPECT_EQ(folder.Listing(), "");
 }
+
+std::vector<std::string> StripsWithKey(const std::string& key) { return {"strips", "a", "--key", key, "--small", "b"}; }
+
+INSTANTIATE_TEST_SUITE_P(Icon, WrongUsage,
+                         testing::Values(std::vector<std::string>{"icon"}, std::vector<std::string>{"icon", "a", "b"},
+                                         std::vector<std::string>{"icon", "a", "-o"},
+                                         std::vector<std::string>{"icon", "a", "--json"}));
+
+INSTANTIATE_TEST_SUITE_P(Strips, WrongUsage,
+                         testing::Values(std::vector<std::string>{"strips"}, std::vector<std::string>{"strips", "a"},
+                                         std::vector<std::string>{"strips", "a", "--key", "FF00FF"},
+                                         std::vector<std::string>{"strips", "a", "--small", "b"},
+                                         std::vector<std::string>{"strips", "--key", "FF00FF", "--small", "b"},
+                                         std::vector<std::string>{"strips", "a", "--small", "b", "--key"},
+                                         std::vector<std::string>{"strips", "a", "--key", "FF00FF", "--small"},
+                                         StripsWithKey(""), StripsWithKey("#"), StripsWithKey("FF00F"),
+                                         StripsWithKey("FF00FFF"), StripsWithKey("##FF00FF"), StripsWithKey("FF00FG"),
+                                         StripsWithKey("0xFF00"), StripsWithKey("-F00FF"), StripsWithKey(" FF00FF"),
+                                         StripsWithKey("+F00FF"), StripsWithKey("red\n"),
+                                         StripsWithKey(std::string(10'000, 'x'))));
 
 INSTANTIATE_TEST_SUITE_P(CommandLine, WrongUsage,
                          testing::Values(std::vector<std::string>{}, std::vector<std::string>{"paint"},

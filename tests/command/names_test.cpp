@@ -60,6 +60,22 @@ TEST(Names, OutsideAsciiArePrintedInErrors) {
                 "0x80070002");
 }
 
+TEST(Names, OfIconsAndPicturesMayBeOutsideAscii) {
+  const ProjectFolder folder;
+  WriteDefinition(folder);
+  const std::string icon = kFolder + "/" + kFolder + "/" + kFile + ".ico";
+  const std::string picture = kFolder + "/" + kFile + ".png";
+  const CommandResult shown = folder.Run({"icon", icon, "-o", picture});
+  ExpectSuccess(shown);
+  EXPECT_THAT(shown.output, StartsWith(icon + ": icon file, 2 images\n"));
+  EXPECT_THAT(shown.output, testing::EndsWith("\n" + picture + ": 96 x 32 pixels\n"));
+  const CommandResult strips = folder.Run({"strips", kProject, "--key", "FF00FF", "--large", picture});
+  ExpectSuccess(strips);
+  EXPECT_EQ(strips.output, picture + ": 1 icon, 32 x 32 pixels\n");
+  ExpectFailure(folder.Run({"strips", kProject, "--key", "FF00FF", "--large", icon}),
+                icon + ": the picture would overwrite icon file \"" + kFolder + "\\" + kFile + ".ico\"", "0x80070057");
+}
+
 TEST(Names, OfTheWorkingFolderMayBeOutsideAscii) {
   const ProjectFolder folder;
   WriteDefinition(folder);

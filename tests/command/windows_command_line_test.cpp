@@ -10,9 +10,13 @@ namespace {
 TEST(CommandLine, OutputThatNobodyReadsIsAFailure) {
   const ProjectFolder folder;
   folder.WriteProject("<Project/>");
+  folder.Write("disk.ico", SmallIconFile());
+  folder.Write("icons.xml", R"(<Project><FileGroup><Icon Cookie="1" Name="disk.ico"/></FileGroup></Project>)");
   for (const auto& arguments :
        {std::vector<std::string>{"show", kProjectName}, std::vector<std::string>{"show", "--json", kProjectName},
-        std::vector<std::string>{"--help"}, std::vector<std::string>{"compile", kProjectName, "-o", kImageName}}) {
+        std::vector<std::string>{"--help"}, std::vector<std::string>{"compile", kProjectName, "-o", kImageName},
+        std::vector<std::string>{"icon", "disk.ico"},
+        std::vector<std::string>{"strips", "icons.xml", "--key", "FF00FF", "--small", "small.png"}}) {
     CommandLine commandLine = folder.Command(arguments);
     commandLine.nobodyReads = true;
     ExpectFailure(RunCommand(commandLine), "standard output: it cannot be written", "0x8007001D");

@@ -46,6 +46,25 @@ TEST(PosixReplacementFile, ReplacesWhatALinkLeadsToAndKeepsTheLink) {
   EXPECT_EQ(folder.Listing(), "link\nreal\nreal/image.bin\nsecond\n");
 }
 
+TEST(PosixReplacementFile, KnowsItsPlaceThroughLinks) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "real");
+  fs::create_directory_symlink("real", folder / "folder");
+  fs::create_symlink("real/new.bin", folder / "link");
+  const ReplacementFile file(Wide(folder / "real/new.bin"));
+  EXPECT_TRUE(file.SharesPlaceWith(ReplacementFile(Wide(folder / "folder/new.bin"))));
+  EXPECT_TRUE(file.SharesPlaceWith(ReplacementFile(Wide(folder / "link"))));
+  EXPECT_FALSE(file.SharesPlaceWith(ReplacementFile(Wide(folder / "real/New.bin"))));
+}
+
+TEST(PosixReplacementFile, ASecondNameOfAFileIsAnotherPlace) {
+  const TemporaryFolder folder;
+  folder.Write("old.bin", "old");
+  fs::create_hard_link(folder / "old.bin", folder / "second.bin");
+  const ReplacementFile file(Wide(folder / "old.bin"));
+  EXPECT_FALSE(file.SharesPlaceWith(ReplacementFile(Wide(folder / "second.bin"))));
+}
+
 TEST(PosixReplacementFile, MakesWhatALinkLeadsToWhenItIsNotThere) {
   const TemporaryFolder folder;
   fs::create_symlink("image.bin", folder / "link");

@@ -47,6 +47,24 @@ TEST(ReplacementFile, IsWrittenBesideItsPlace) {
   EXPECT_TRUE(std::string_view(listing).ends_with(".tmp\n")) << listing;
 }
 
+TEST(ReplacementFile, KnowsAnotherThatIsToTakeItsPlace) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder / "sub");
+  folder.Write("old.bin", "old");
+  for (const std::string name : {"new.bin", "old.bin"}) {
+    const ReplacementFile file(Wide(folder / name));
+    for (const std::string& sameName : {name, "./" + name, "sub/../" + name}) {
+      const ReplacementFile same(Wide(folder / sameName));
+      EXPECT_TRUE(file.SharesPlaceWith(same)) << sameName;
+      EXPECT_TRUE(same.SharesPlaceWith(file)) << sameName;
+    }
+    for (const std::string& otherName : {"sub/" + name, "x" + name, std::string("other.bin")}) {
+      const ReplacementFile other(Wide(folder / otherName));
+      EXPECT_FALSE(file.SharesPlaceWith(other)) << otherName;
+    }
+  }
+}
+
 TEST(ReplacementFile, VanishesWithoutCommit) {
   const TemporaryFolder folder;
   folder.Write("old.bin", "old");

@@ -8,6 +8,7 @@
 
 #include "definition_file.h"
 #include "output.h"
+#include "output_place.h"
 #include "printable.h"
 #include "tree_drawing.h"
 
@@ -17,27 +18,6 @@ namespace {
 constexpr int kWritingSize = 64 * 1024;
 constexpr ULONGLONG kLargestCodeFile =
     std::numeric_limits<std::uint32_t>::max();  // its length takes 32 bits in an image
-
-/// Refuses a place that a file cannot take, and one where a file stands that the image is made from.
-void RequirePlace(const Definition& definition, const std::string& image) {
-  const CString place = platform::PathFromUtf8(image);
-  const platform::PlaceKind kind = platform::KindOfPlace(place);
-  if (kind == platform::PlaceKind::nothing) return;
-  if (kind != platform::PlaceKind::file) {
-    constexpr HRESULT kDenied = HRESULT_FROM_WIN32(ERROR_ACCESS_DENIED);
-    throw Failure({image}, ExplainFileFault(place, kDenied), StatusText(kDenied));
-  }
-  const auto refuse = [&](const std::string& what) {
-    throw Failure({image}, "the image would overwrite " + what + "; give it another name", StatusText(E_INVALIDARG));
-  };
-  if (platform::IsSameFile(place, platform::PathFromUtf8(definition.file))) refuse("the project");
-  for (const ProjectFile& file : definition.project->IconFiles()) {
-    if (platform::IsSameFile(place, *file.path)) refuse("icon file " + Quoted(file.spelling));
-  }
-  for (const ProjectFile& file : definition.project->CodeFiles()) {
-    if (platform::IsSameFile(place, *file.path)) refuse("code file " + Quoted(file.spelling));
-  }
-}
 
 /// Looks at every code file before the image is begun, while the line that names it is at hand.
 void RequireCodeFiles(const Definition& definition) {
@@ -103,7 +83,7 @@ ULONGLONG WriteImage(Definition& definition, const std::string& image) {
 
 void Compile(const std::string& project, const std::string& image) {
   const auto definition = ReadProject(project);
-  RequirePlace(*definition, image);
+  RequirePlace(image, "the image", SourcesOf(*definition));
   RequireCodeFiles(*definition);
   const ULONGLONG bytes = WriteImage(*definition, image);
   WriteOutput(PrintablePath(image) + ": " + SummaryText(definition->set) + ", " + Counted(bytes, "byte", "bytes") +

@@ -97,13 +97,8 @@ const ProjectFile* FailingIcon(const ProjectInspector& project, HRESULT status, 
 }
 
 std::string ExplainIcon(const ProjectFile& icon, HRESULT status) {
-  const std::string label = "icon file " + std::to_string(*icon.cookie) + ", " + Quoted(icon.spelling) + ": ";
-  if (status == kInvalidData) return label + "its icon is damaged; make the file anew";
-  // Systems have several statuses for a file without an icon. That the file itself can be read tells it from a file
-  // that cannot.
-  const bool isReadable = CFile().Open(*icon.path, CFile::modeRead | CFile::shareDenyNone);
-  if (isReadable && status != E_OUTOFMEMORY) return label + "it holds no icon; name an icon file";
-  return label + ExplainFileFault(*icon.path, status);
+  return "icon file " + std::to_string(*icon.cookie) + ", " + Quoted(icon.spelling) + ": " +
+         ExplainIconFault(*icon.path, status);
 }
 
 Failure ExplainProjectLoad(const Definition& definition, const COleException& raised) {

@@ -13,6 +13,8 @@
 namespace ondrel::command {
 namespace {
 
+constexpr const char* kMemoryIsShort = "memory is short; close other programs";
+
 std::string Line(const Location& where, const std::string& explanation, const std::string& status) {
   std::string line;
   if (!where.file.empty()) line += PrintablePath(where.file) + ':';
@@ -83,6 +85,17 @@ std::string ExplainFileFault(const CString& path, HRESULT status) {
   }
 }
 
+std::string ExplainIconFault(const CString& path, HRESULT status) {
+  constexpr HRESULT kDamaged = HRESULT_FROM_WIN32(ERROR_INVALID_DATA);
+  if (status == kDamaged) return "its icon is damaged; make the file anew";
+  if (status == E_OUTOFMEMORY) return kMemoryIsShort;
+  // Systems have several statuses for a file without an icon. That the file itself can be read tells it from a file
+  // that cannot.
+  const bool isReadable = CFile().Open(path, CFile::modeRead | CFile::shareDenyNone);
+  if (isReadable) return "it holds no icon; name an icon file, or a program or library that has one";
+  return ExplainFileFault(path, status);
+}
+
 Failure CurrentFailure(const Location& where) {
   try {
     throw;
@@ -95,9 +108,9 @@ Failure CurrentFailure(const Location& where) {
   } catch (const COleException& fault) {
     return {where, fault.what(), StatusText(fault.m_sc)};
   } catch (const CMemoryException&) {
-    return {where, "memory is short; close other programs", StatusText(E_OUTOFMEMORY)};
+    return {where, kMemoryIsShort, StatusText(E_OUTOFMEMORY)};
   } catch (const std::bad_alloc&) {
-    return {where, "memory is short; close other programs", StatusText(E_OUTOFMEMORY)};
+    return {where, kMemoryIsShort, StatusText(E_OUTOFMEMORY)};
   } catch (const CInvalidArgException& fault) {
     return {where, fault.what(), StatusText(E_INVALIDARG)};
   } catch (const CNotSupportedException& fault) {

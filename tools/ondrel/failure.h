@@ -36,4 +36,7 @@ Failure CurrentFailure(const Location& where);
 /// What is wrong with a file that could not be opened or read, and what to do: "there is no such file; check its name".
 std::string ExplainFileFault(const CString& path, HRESULT status);
 
+/// The same of a file that gave no icon, with a status of CMMCObjectIcon::Construct or platform::ScanIcon.
+std::string ExplainIconFault(const CString& path, HRESULT status);
+
 }  // namespace ondrel::command

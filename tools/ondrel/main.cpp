@@ -7,8 +7,10 @@
 #include "command_line.h"
 #include "compile.h"
 #include "failure.h"
+#include "icon.h"
 #include "output.h"
 #include "show.h"
+#include "strips.h"
 
 namespace ondrel::command {
 namespace {
@@ -20,6 +22,16 @@ int Run(const CompileRequest& request) {
 
 int Run(const ShowRequest& request) {
   Show(request.file, request.json);
+  return kDone;
+}
+
+int Run(const IconRequest& request) {
+  ShowIcon(request.file, request.picture);
+  return kDone;
+}
+
+int Run(const StripsRequest& request) {
+  WriteStrips(request.file, request.key, request.pictures);
   return kDone;
 }
 

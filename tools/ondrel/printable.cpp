@@ -82,4 +82,8 @@ std::string Counted(unsigned long long count, const char* one, const char* many)
   return std::to_string(count) + ' ' + (count == 1 ? one : many);
 }
 
+std::string SizeText(long long width, long long height) {
+  return std::to_string(width) + " x " + std::to_string(height);
+}
+
 }  // namespace ondrel::command

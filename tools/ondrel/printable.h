@@ -25,4 +25,7 @@ std::string Quoted(const CString& value);
 /// "1 node", "2 nodes".
 std::string Counted(unsigned long long count, const char* one, const char* many);
 
+/// "32 x 16": a width and a height in pixels.
+std::string SizeText(long long width, long long height);
+
 }  // namespace ondrel::command

@@ -108,8 +108,7 @@ class TreeDrawing : public NodeVisitor {
 std::string Section(const Table& table) { return '\n' + table.Text(); }
 
 std::string ImageText(const tagBITMAP& image) {
-  return std::to_string(image.bmWidth) + " x " + std::to_string(image.bmHeight) + ", " +
-         std::to_string(image.bmBitsPixel) + " bit";
+  return SizeText(image.bmWidth, image.bmHeight) + ", " + std::to_string(image.bmBitsPixel) + " bit";
 }
 
 std::string PathText(const std::optional<CString>& path) { return path ? Printable(*path) : std::string(); }

@@ -109,4 +109,6 @@ DWORD CreateFileBeside(const CString& path, FileBeside& created) {
   return ERROR_SUCCESS;
 }
 
+bool IsSameName(const CString& name, const CString& other) { return name == other; }
+
 }  // namespace ondrel::platform

@@ -121,4 +121,9 @@ DWORD CreateFileBeside(const CString& path, FileBeside& created) {
   return ERROR_FILE_EXISTS;
 }
 
+bool IsSameName(const CString& name, const CString& other) {
+  constexpr BOOL kIgnoreCase = TRUE;
+  return CompareStringOrdinal(name, name.GetLength(), other, other.GetLength(), kIgnoreCase) == CSTR_EQUAL;
+}
+
 }  // namespace ondrel::platform

@@ -61,6 +61,9 @@ class ReplacementFile : public CFile {
   /// Requires that the file is still open and that every write succeeded. A failure removes the file.
   void Commit();
 
+  /// Whether both are to take one place, by whatever names and links: the second would replace the first.
+  bool SharesPlaceWith(const ReplacementFile& other) const;
+
  private:
   void Discard() noexcept;
 

@@ -1,0 +1,26 @@
+// Where the command may write a file.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <ondrel/platform/framework/string.h>
+
+#include "definition_file.h"
+
+namespace ondrel::command {
+
+/// A file that something is made from.
+struct SourceFile {
+  CString path;
+  std::string name;  ///< For people: "the project", "icon file \"a.ico\"".
+};
+
+/// A definition's file and, of a project, the icon and code files that it names.
+std::vector<SourceFile> SourcesOf(const Definition& definition);
+
+/// Refuses a place that a file cannot take, and one where a source stands, by whatever name or link. `output` is what
+/// is to be written: "the image". Raises Failure.
+void RequirePlace(const std::string& place, const std::string& output, const std::vector<SourceFile>& sources);
+
+}  // namespace ondrel::command
