@@ -3,7 +3,7 @@
 
 #include "support/live_handles.h"
 #include "support/posix/allocation_peak.h"
-#include "support/thread_time.h"
+#include "support/posix/thread_time.h"
 
 namespace ondrel::test {
 

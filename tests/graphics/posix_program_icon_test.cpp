@@ -13,7 +13,7 @@
 #include "support/failing_allocation.h"
 #include "support/little_endian_bytes.h"
 #include "support/live_handles.h"
-#include "support/thread_time.h"
+#include "support/posix/thread_time.h"
 
 namespace ondrel::test {
 namespace {

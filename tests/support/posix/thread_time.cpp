@@ -1,4 +1,4 @@
-#include "support/thread_time.h"
+#include "support/posix/thread_time.h"
 
 #include <ctime>
 

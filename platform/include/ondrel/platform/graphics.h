@@ -68,7 +68,7 @@ using UniqueIcon = std::unique_ptr<std::remove_pointer_t<HICON>, IconDestroyer>;
 using UniqueBitmap = std::unique_ptr<std::remove_pointer_t<HBITMAP>, BitmapDeleter>;
 
 /// The first icon of a file, large and small, as ExtractIconExW gives it. S_OK, or the failing status: never success
-/// without an icon, whatever the last error of the system says. Icon files are looked at before the system sees them,
+/// without an icon, whatever the last error of the system says. Files are looked at before the system sees them,
 /// so that a damaged one is ERROR_INVALID_DATA everywhere. On failure both are empty. Raises std::bad_alloc.
 ONDREL_SYSTEM_API HRESULT ExtractFirstIcon(LPCWSTR path, UniqueIcon& large, UniqueIcon& smallIcon);
 
