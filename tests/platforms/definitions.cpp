@@ -142,4 +142,15 @@ void WriteSolidIconDefinition(const TemporaryFolder& folder) {
   folder.Write(kDefinition, Project("", "", files));
 }
 
+void WriteDefinitionOf(const TemporaryFolder& folder, const std::vector<std::filesystem::path>& iconFiles) {
+  std::string files;
+  int cookie = 0;
+  for (const std::filesystem::path& file : iconFiles) {
+    const std::string name = std::to_string(++cookie) + "-" + file.filename().string();
+    std::filesystem::create_symlink(file, folder / name);
+    files += FileElement("Icon", cookie, name);
+  }
+  folder.Write(kDefinition, Project("", "", files));
+}
+
 }  // namespace ondrel::test

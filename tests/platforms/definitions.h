@@ -1,7 +1,9 @@
 // Definitions for comparing platforms: project texts with the files that they name.
 #pragma once
 
+#include <filesystem>
 #include <string>
+#include <vector>
 
 #include "support/temporary_folder.h"
 
@@ -28,5 +30,8 @@ inline constexpr int kIconFiles = 6;
 
 /// A project with icons of one colour each.
 void WriteSolidIconDefinition(const TemporaryFolder& folder);
+
+/// A project with these icon files, found through links, under cookies that count from 1.
+void WriteDefinitionOf(const TemporaryFolder& folder, const std::vector<std::filesystem::path>& iconFiles);
 
 }  // namespace ondrel::test

@@ -2,9 +2,10 @@
 
 #include <algorithm>
 #include <fstream>
-#include <iterator>
 #include <random>
+#include <sstream>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 #include <ondrel/platform/program.h>
@@ -50,7 +51,9 @@ std::string TemporaryFolder::Listing() const {
 std::string ReadBytes(const std::filesystem::path& path) {
   std::ifstream file(path, std::ios::binary);
   if (!file) throw std::runtime_error("cannot read " + Utf8(path));
-  return {std::istreambuf_iterator<char>(file), std::istreambuf_iterator<char>()};
+  std::ostringstream bytes;
+  bytes << file.rdbuf();
+  return std::move(bytes).str();
 }
 
 std::filesystem::path PathFrom(std::string_view utf8) { return std::u8string(utf8.begin(), utf8.end()); }
