@@ -4,6 +4,7 @@
 
 #include "icon_views.h"
 #include "project_folder.h"
+#include "support/executable_bytes.h"
 
 namespace ondrel::test {
 namespace {
@@ -54,6 +55,31 @@ TEST(Icon, ListsTheImagesAndWhatIsMadeOfThem) {
             "large  32 x 32  image 4, 24 x 20, scaled\n"
             "small  16 x 16  image 1, exact\n");
   EXPECT_EQ(folder.Listing(), "disk.ico\n");
+}
+
+TEST(Icon, ListsTheImagesOfTheFirstIconOfAProgram) {
+  const ProjectFolder folder;
+  folder.Write(
+      "console.dll",
+      BuildProgram(IconResources({PatternPicture(32, 32, 8), Png(AlphaPicture(256)), PatternPicture(20, 20, 4)}))
+          .bytes);
+  const CommandResult result = folder.Run({"icon", "console.dll", "-o", kPictureName});
+  ExpectSuccess(result);
+  EXPECT_EQ(result.output,
+            "console.dll: program, first icon of 3 images\n"
+            "\n"
+            "Images  Size       Depth\n"
+            "     1  32 x 32    8 bit\n"
+            "     2  256 x 256  PNG\n"
+            "     3  20 x 20    4 bit\n"
+            "\n"
+            "Icon   Size     Made from\n"
+            "large  32 x 32  image 1, exact\n"
+            "small  16 x 16  image 3, 20 x 20, scaled\n"
+            "\n"
+            "disk.png: 96 x 32 pixels\n");
+  EXPECT_TRUE(
+      SamePicture(LargeView(ReadBytes(folder / kPictureName)), IconView(PatternPicture(32, 32, 8), kLargeSize)));
 }
 
 TEST(Icon, OneImageMayServeBothSizes) {

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "decoders/icon_comparison.h"
-#include "decoders/png_bytes.h"
+#include "decoders/png_forms.h"
 #include "support/posix/package_tools.h"
 #include "support/temporary_folder.h"
 

@@ -8,6 +8,7 @@
 #include "graphics/icon_choice.h"
 #include "support/executable_bytes.h"
 #include "support/little_endian_bytes.h"
+#include "support/png_bytes.h"
 
 namespace ondrel::test {
 namespace {
@@ -190,22 +191,14 @@ TEST(ProgramIcon, LengthOfTheResourceCounts) {
 }
 
 TEST(ProgramIcon, PngImageIsOneOfTheImages) {
-  // 32 x 32 pixels of opaque white, 32 bits each.
-  const std::string png(
-      "\x89PNG\r\n\x1A\n"
-      "\0\0\0\x0DIHDR\0\0\0\x20\0\0\0\x20\x08\6\0\0\0\x73\x7A\x7A\xF4"
-      "\0\0\0\x29IDAT\x78\xDA\xED\xCE\x21\1\0\0\0\2\x20\xFF\x9F\xD6\x19\x16\x58\x40\x7A\x16"
-      "\1\1\1\1\1\1\1\1\1\1\1\1\1\1\x81\x77\x60\x97\xFA\xF0\xE2\xD9\xCF\5\xFD"
-      "\0\0\0\0IEND\xAE\x42\x60\x82",
-      98);
-  const FirstIcon icon = FirstIconOf(IconResources({StoredImage(32, 32, 32, png), Square(48, 8, 0x222222)}));
+  const FirstIcon icon =
+      FirstIconOf(IconResources({StoredPng(PngOf(Square(32, 32, 0xFFFFFF))), Square(48, 8, 0x222222)}));
   ASSERT_TRUE(EndedWith(icon, ERROR_SUCCESS));
   EXPECT_TRUE(Shows(icon.large.get(), 32, Square(32, 32, 0xFFFFFF)));
 }
 
 TEST(ProgramIcon, DamagedPngImageIsDamage) {
-  // The signature and the header chunk of a picture of 32 x 32 pixels, and nothing more.
-  const std::string png("\x89PNG\r\n\x1A\n\0\0\0\x0DIHDR\0\0\0\x20\0\0\0\x20\x08\6\0\0\0\x73\x7A\x7A\xF4", 33);
+  const std::string png = PngSignature() + PngHeader(32, 32, PngColour::trueColourAlpha, 8);
   EXPECT_TRUE(EndedWith(FirstIconOf(IconResources({StoredImage(32, 32, 32, png)})), ERROR_INVALID_DATA));
 }
 

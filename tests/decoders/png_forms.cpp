@@ -1,5 +1,5 @@
 // The samples go to libpng as they are: no transformation of its takes part.
-#include "decoders/png_bytes.h"
+#include "decoders/png_forms.h"
 
 #include <png.h>
 
