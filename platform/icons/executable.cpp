@@ -99,7 +99,7 @@ IconStatus Executable::ReadSections(ULONGLONG offset, WORD count) {
   }
   std::sort(m_sections.begin(), m_sections.end(),
             [](const Section& left, const Section& right) { return left.address < right.address; });
-  // What an address in two sections means, each reader would tell in its own way. No loader takes such a program.
+  // What an address in two sections means, each reader would tell in its own way. Programs that are whole have none.
   const auto overlap = std::adjacent_find(
       m_sections.begin(), m_sections.end(),
       [](const Section& left, const Section& right) { return right.address - left.address < left.extent; });

@@ -4,18 +4,13 @@
 #include <gtest/gtest.h>
 
 #include "graphics/icon_reading.h"
+#include "graphics/png_kinds.h"
 #include "support/png_bytes.h"
 
 namespace ondrel::test {
 namespace {
 
-struct Form {
-  const char* name;
-  PngColour colour;
-  int depth;
-};
-
-class PngIconOf : public testing::TestWithParam<std::tuple<Form, bool>> {};
+class PngIconOf : public testing::TestWithParam<std::tuple<PngKind, bool>> {};
 
 TEST_P(PngIconOf, GivesTheColoursOfTheLargeImage) {
   const auto& [form, interlaced] = GetParam();
@@ -40,20 +35,8 @@ std::string NameOfForm(const testing::TestParamInfo<PngIconOf::ParamType>& info)
   return form.name + std::to_string(form.depth) + "Bits" + (interlaced ? "Interlaced" : "");
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    AllForms, PngIconOf,
-    testing::Combine(testing::Values(Form{"Grey", PngColour::grey, 1}, Form{"Grey", PngColour::grey, 2},
-                                     Form{"Grey", PngColour::grey, 4}, Form{"Grey", PngColour::grey, 8},
-                                     Form{"Grey", PngColour::grey, 16}, Form{"TrueColour", PngColour::trueColour, 8},
-                                     Form{"TrueColour", PngColour::trueColour, 16},
-                                     Form{"Palette", PngColour::palette, 1}, Form{"Palette", PngColour::palette, 2},
-                                     Form{"Palette", PngColour::palette, 4}, Form{"Palette", PngColour::palette, 8},
-                                     Form{"GreyAlpha", PngColour::greyAlpha, 8},
-                                     Form{"GreyAlpha", PngColour::greyAlpha, 16},
-                                     Form{"TrueColourAlpha", PngColour::trueColourAlpha, 8},
-                                     Form{"TrueColourAlpha", PngColour::trueColourAlpha, 16}),
-                     testing::Bool()),
-    NameOfForm);
+INSTANTIATE_TEST_SUITE_P(AllForms, PngIconOf, testing::Combine(testing::ValuesIn(kPngKinds), testing::Bool()),
+                         NameOfForm);
 
 }  // namespace
 }  // namespace ondrel::test

@@ -6,20 +6,13 @@
 #include <gtest/gtest.h>
 
 #include "graphics/icon_reading.h"
-#include "support/failing_allocation.h"
-#include "support/live_handles.h"
+#include "graphics/png_kinds.h"
 #include "support/png_bytes.h"
 
 namespace ondrel::test {
 namespace {
 
-struct Form {
-  const char* name;
-  PngColour colour;
-  int depth;
-};
-
-class PosixPngIconOf : public testing::TestWithParam<std::tuple<Form, std::pair<int, int>, bool>> {};
+class PosixPngIconOf : public testing::TestWithParam<std::tuple<PngKind, std::pair<int, int>, bool>> {};
 
 std::string NameOfForm(const testing::TestParamInfo<PosixPngIconOf::ParamType>& info) {
   const auto& [form, size, interlaced] = info.param;
@@ -37,22 +30,12 @@ TEST_P(PosixPngIconOf, GivesColoursAndMaskInBothSizes) {
   EXPECT_TRUE(Shows(extraction.smallIcon.get(), 16, Uncompressed(picture)));
 }
 
-INSTANTIATE_TEST_SUITE_P(
-    AllForms, PosixPngIconOf,
-    testing::Combine(testing::Values(Form{"Grey", PngColour::grey, 1}, Form{"Grey", PngColour::grey, 2},
-                                     Form{"Grey", PngColour::grey, 4}, Form{"Grey", PngColour::grey, 8},
-                                     Form{"Grey", PngColour::grey, 16}, Form{"TrueColour", PngColour::trueColour, 8},
-                                     Form{"TrueColour", PngColour::trueColour, 16},
-                                     Form{"Palette", PngColour::palette, 1}, Form{"Palette", PngColour::palette, 2},
-                                     Form{"Palette", PngColour::palette, 4}, Form{"Palette", PngColour::palette, 8},
-                                     Form{"GreyAlpha", PngColour::greyAlpha, 8},
-                                     Form{"GreyAlpha", PngColour::greyAlpha, 16},
-                                     Form{"TrueColourAlpha", PngColour::trueColourAlpha, 8},
-                                     Form{"TrueColourAlpha", PngColour::trueColourAlpha, 16}),
-                     testing::Values(std::pair{32, 32}, std::pair{16, 16}, std::pair{256, 256}, std::pair{33, 21},
-                                     std::pair{1, 1}, std::pair{3, 70}),
-                     testing::Bool()),
-    NameOfForm);
+INSTANTIATE_TEST_SUITE_P(AllForms, PosixPngIconOf,
+                         testing::Combine(testing::ValuesIn(kPngKinds),
+                                          testing::Values(std::pair{32, 32}, std::pair{16, 16}, std::pair{256, 256},
+                                                          std::pair{33, 21}, std::pair{1, 1}, std::pair{3, 70}),
+                                          testing::Bool()),
+                         NameOfForm);
 
 testing::AssertionResult IsShown(const PngPicture& picture) {
   const Extraction extraction = ExtractIconsOf(IconFileBytes({StoredPng(picture)}));
@@ -61,10 +44,8 @@ testing::AssertionResult IsShown(const PngPicture& picture) {
 }
 
 TEST(PosixPngIcon, OneTransparentColourOfEveryFormThatMayHaveOne) {
-  for (const Form& form :
-       {Form{"grey", PngColour::grey, 1}, Form{"grey", PngColour::grey, 2}, Form{"grey", PngColour::grey, 4},
-        Form{"grey", PngColour::grey, 8}, Form{"grey", PngColour::grey, 16},
-        Form{"true colour", PngColour::trueColour, 8}, Form{"true colour", PngColour::trueColour, 16}}) {
+  for (const PngKind& form : kPngKinds) {
+    if (form.colour != PngColour::grey && form.colour != PngColour::trueColour) continue;
     PngPicture picture = PatternPng(32, 32, form.colour, form.depth);
     picture.transparent = picture.samples[35];
     EXPECT_TRUE(IsShown(picture)) << form.name << ", " << form.depth << " bits";
@@ -195,40 +176,6 @@ TEST(PosixPngIcon, AnImageOf256PixelsWithSizeByte0IsScaled) {
   ASSERT_TRUE(Succeeded(extraction));
   EXPECT_TRUE(Shows(extraction.large.get(), 32, Uncompressed(picture)));
   EXPECT_TRUE(Shows(extraction.smallIcon.get(), 16, Uncompressed(picture)));
-}
-
-TEST(PosixPngIcon, ShortMemoryEndsInAStatusWhereverItStrikes) {
-  PngPicture interlaced = PatternPng(32, 32, PngColour::palette, 8);
-  interlaced.interlaced = true;
-  const TemporaryFolder folder;
-  const CString path = Wide(folder.Write(
-      "a.ico", IconFileBytes({StoredPng(interlaced), StoredPng(PatternPng(16, 16, PngColour::trueColour, 16))})));
-  HICON large = nullptr;
-  HICON smallIcon = nullptr;
-  long failures = 0;
-  for (bool failed = true; failed; ++failures) {
-    SetLastError(ERROR_SUCCESS);
-    UINT result = 0;
-    DWORD error = 0;
-    {
-      const FailingAllocation failing(failures);
-      result = ExtractIconExW(path, 0, &large, &smallIcon, 1);
-      error = GetLastError();
-      failed = failing.HasFailed();
-    }
-    if (!failed) {
-      EXPECT_EQ(result, kIconExtracted);
-      break;
-    }
-    EXPECT_EQ(result, kNoIcon) << "allocation " << failures;
-    EXPECT_EQ(error, ERROR_OUTOFMEMORY) << "allocation " << failures;
-    EXPECT_EQ(large, nullptr) << "allocation " << failures;
-    EXPECT_EQ(smallIcon, nullptr) << "allocation " << failures;
-    EXPECT_EQ(CountLiveHandles().icons, 0) << "allocation " << failures;
-  }
-  EXPECT_GT(failures, 20) << "two runs of the decoder allocate more often";
-  DestroyIcon(large);
-  DestroyIcon(smallIcon);
 }
 
 }  // namespace

@@ -1,6 +1,5 @@
-// The icons of programs, read by this system's own reader: how large a program may be, and what is left when memory
-// runs short. Windows would fill the disk for such a file, allocates where no test can make it fail, and is given no
-// program with an image outside the file.
+// The icons of programs, read by this system's own reader: how large a program and its parts may be. Windows would fill
+// the disk for such a file, and is given no program with an image outside the file.
 #include <chrono>
 #include <filesystem>
 #include <string>
@@ -10,9 +9,7 @@
 
 #include "graphics/damaged_programs.h"
 #include "graphics/icon_choice.h"
-#include "support/failing_allocation.h"
 #include "support/little_endian_bytes.h"
-#include "support/live_handles.h"
 #include "support/posix/thread_time.h"
 
 namespace ondrel::test {
@@ -109,37 +106,6 @@ TEST(PosixProgramIcon, MoreBytesOfImagesThanAnyIconHasAreDamage) {
 
 TEST(PosixProgramIcon, MostSectionsThatTheSystemLoads) {
   EXPECT_TRUE(Succeeded(ExtractIconsOf(ProgramToDamage(ProgramKind::pe32, 94).bytes)));
-}
-
-TEST(PosixProgramIcon, ShortMemoryEndsInAStatusWhereverItStrikes) {
-  const TemporaryFolder folder;
-  const CString path = Wide(folder.Write("a.exe", ProgramToDamage().bytes));
-  HICON large = nullptr;
-  HICON smallIcon = nullptr;
-  long failures = 0;
-  for (bool failed = true; failed; ++failures) {
-    SetLastError(ERROR_SUCCESS);
-    UINT result = 0;
-    DWORD error = 0;
-    {
-      const FailingAllocation failing(failures);
-      result = ExtractIconExW(path, 0, &large, &smallIcon, 1);
-      error = GetLastError();
-      failed = failing.HasFailed();
-    }
-    if (!failed) {
-      EXPECT_EQ(result, kIconExtracted);
-      break;
-    }
-    EXPECT_NE(result, kIconExtracted) << "allocation " << failures;
-    EXPECT_EQ(error, ERROR_OUTOFMEMORY) << "allocation " << failures;
-    EXPECT_EQ(large, nullptr) << "allocation " << failures;
-    EXPECT_EQ(smallIcon, nullptr) << "allocation " << failures;
-    EXPECT_EQ(CountLiveHandles().icons, 0) << "allocation " << failures;
-  }
-  EXPECT_GT(failures, 10) << "the sweep passed few allocations";
-  DestroyIcon(large);
-  DestroyIcon(smallIcon);
 }
 
 }  // namespace
