@@ -15,9 +15,10 @@ if(NOT WIN32)
 endif()
 install(FILES ${ONDREL_RUNTIME_LIBRARIES} DESTINATION ${CMAKE_INSTALL_BINDIR})
 
-# Three contract headers speak of what only the command is made of.
+# Some contract headers speak of what only the command is made of.
 install(DIRECTORY include/ platform/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
-        PATTERN program.h EXCLUDE PATTERN xml_scan.h EXCLUDE PATTERN icon_scan.h EXCLUDE)
+        PATTERN program.h EXCLUDE PATTERN xml_scan.h EXCLUDE PATTERN icon_scan.h EXCLUDE
+        PATTERN picture.h EXCLUDE)
 if(WIN32)
   install(DIRECTORY platform/windows/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR})
 else()

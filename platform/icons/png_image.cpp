@@ -1,15 +1,15 @@
 // Recognition and decoding of PNG images, with libpng.
 #include "icons/png_image.h"
 
-#include <png.h>
-
 #include <algorithm>
 #include <csetjmp>
 #include <cstring>
 #include <limits>
 #include <new>
+#include <utility>
 
 #include "icons/icon_limits.h"
+#include "icons/png_run.h"
 
 namespace ondrel::platform {
 namespace {
@@ -35,18 +35,15 @@ constexpr std::size_t kMostBytesBehindRows = 8 * 1024;
 constexpr png_uint_32 kPixelChunk = 0x49444154;  // IDAT
 constexpr int kInterlacePasses = 7;
 
-/// One run of libpng over an image. The library leaves its calls by a jump, so nothing with a destructor may live in
-/// the function that makes them: what the run needs stands here.
-class PngDecoding {
+/// One run of libpng over an image.
+class PngDecoding : PngRun {
  public:
   explicit PngDecoding(Bytes image)
       : m_left(image),
-        m_png(png_create_read_struct_2(PNG_LIBPNG_VER_STRING, this, Fail, Ignore, this, Allocate, Free)) {
+        m_png(png_create_read_struct_2(PNG_LIBPNG_VER_STRING, this, Fail, Ignore, AsMemory(), Allocate, Free)) {
     if (m_png != nullptr) m_info = png_create_info_struct(m_png);
   }
   ~PngDecoding() { png_destroy_read_struct(&m_png, &m_info, nullptr); }
-  PngDecoding(const PngDecoding&) = delete;
-  PngDecoding& operator=(const PngDecoding&) = delete;
 
   /// The size is the one that the image states.
   DWORD Decode(LONG width, LONG height, IconImage& decoded) {
@@ -109,21 +106,10 @@ class PngDecoding {
     std::memcpy(bytes, left.data(), count);
     left = left.subspan(count);
   }
-  [[noreturn]] static void Fail(png_structp png, png_const_charp) { png_longjmp(png, 1); }
-  static void Ignore(png_structp, png_const_charp) {}
-
-  static void* Allocate(png_structp png, std::size_t count) {
-    void* const memory = ::operator new(count, std::nothrow);
-    if (memory == nullptr) static_cast<PngDecoding*>(png_get_mem_ptr(png))->m_isOutOfMemory = true;
-    return memory;
-  }
-  static void Free(png_structp, void* memory) { ::operator delete(memory); }
-
   Bytes m_left;
   IconImage m_target;
   std::size_t m_chunks = 0;
   std::size_t m_bytesBehindRows = 0;
-  bool m_isOutOfMemory = false;
   png_structp m_png;
   png_infop m_info = nullptr;
 };

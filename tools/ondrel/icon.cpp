@@ -77,7 +77,7 @@ void ShowIcon(const std::string& file, const std::optional<std::string>& place) 
   std::string text = HeadText(file, facts.scan) + '\n' + OffersText(facts.scan) + '\n' + ChoicesText(facts);
   if (place) {
     RequirePlace(*place, "the picture", {{platform::PathFromUtf8(file), "the file of the icon"}});
-    const Picture picture = PictureOf(facts.icon);
+    const platform::Picture picture = PictureOf(facts.icon);
     WritePictures({{*place, picture}});
     text += '\n' + PrintablePath(*place) + ": " + SizeText(picture.width, picture.height) + " pixels\n";
   }

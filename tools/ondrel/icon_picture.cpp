@@ -58,7 +58,7 @@ class IconImages {
 };
 
 template <class PixelAt>
-void Draw(Picture& picture, LONG left, const IconImages& images, PixelAt pixelAt) {
+void Draw(platform::Picture& picture, LONG left, const IconImages& images, PixelAt pixelAt) {
   for (LONG y = 0; y < images.Height(); ++y) {
     for (LONG x = 0; x < images.Width(); ++x) {
       const Pixel pixel = pixelAt(x, y);
@@ -69,7 +69,7 @@ void Draw(Picture& picture, LONG left, const IconImages& images, PixelAt pixelAt
 
 }  // namespace
 
-Picture PictureOf(const CMMCObjectIcon& icon) {
+platform::Picture PictureOf(const CMMCObjectIcon& icon) {
   const IconImages sizes[] = {{icon, true}, {icon, false}};
   LONG width = 0;
   LONG height = 0;
@@ -77,7 +77,7 @@ Picture PictureOf(const CMMCObjectIcon& icon) {
     width += 2 * images.Width();
     height = std::max(height, images.Height());
   }
-  Picture picture(width, height, Picture::Channels::rgba);
+  platform::Picture picture(width, height, platform::Picture::Channels::rgba);
   LONG left = 0;
   for (const IconImages& images : sizes) {
     Draw(picture, left, images, [&](LONG x, LONG y) { return images.ImageAt(x, y); });

@@ -3,13 +3,13 @@
 
 #include <ondrel/MMCObjectIcon.h>
 
-#include "png_output.h"
+#include <ondrel/platform/picture.h>
 
 namespace ondrel::command {
 
 /// From left to right, all at the top: the large image, its mask, the small image, its mask. A mask is white where the
 /// icon is transparent and black elsewhere. An image has its stored colours, and its stored alpha when any of it is not
 /// 0; otherwise it is transparent where its mask says so. What is left is transparent. Raises the memory exception.
-Picture PictureOf(const CMMCObjectIcon& icon);
+platform::Picture PictureOf(const CMMCObjectIcon& icon);
 
 }  // namespace ondrel::command

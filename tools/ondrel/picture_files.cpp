@@ -15,7 +15,7 @@ class PreparedPicture {
  public:
   explicit PreparedPicture(const PictureFile& picture)
       : m_place(picture.place), m_file(platform::PathFromUtf8(picture.place)) {
-    const std::vector<BYTE> bytes = EncodePng(picture.picture);
+    const std::vector<BYTE> bytes = platform::EncodePng(picture.picture);
     m_file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
   }
 

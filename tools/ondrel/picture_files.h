@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "png_output.h"
+#include <ondrel/platform/picture.h>
 
 namespace ondrel::command {
 
 struct PictureFile {
   std::string place;
-  Picture picture;
+  platform::Picture picture;
 };
 
 /// Writes PNG files. All are complete beside their places before the first takes its own; until then every place stays

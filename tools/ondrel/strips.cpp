@@ -70,7 +70,7 @@ Strips MakeStrips(Definition& definition, DWORD key) {
 }
 
 /// Pixels of another depth than 32 bits are black by the rule of the strips.
-Picture PictureOf(const platform::UniqueBitmap& strip, const Definition& definition) {
+platform::Picture PictureOf(const platform::UniqueBitmap& strip, const Definition& definition) {
   BITMAP geometry = {};
   std::vector<BYTE> bits;
   if (GetObjectW(strip.get(), sizeof geometry, &geometry) != 0) {
@@ -80,7 +80,7 @@ Picture PictureOf(const platform::UniqueBitmap& strip, const Definition& definit
   if (size == 0 || GetBitmapBits(strip.get(), size, bits.data()) != size) {
     throw Failure(definition.At(0), "its strips cannot be read; try again", StatusText(E_UNEXPECTED));
   }
-  Picture picture(geometry.bmWidth, geometry.bmHeight, Picture::Channels::rgb);
+  platform::Picture picture(geometry.bmWidth, geometry.bmHeight, platform::Picture::Channels::rgb);
   if (geometry.bmBitsPixel != kColourBits) return picture;
   for (LONG y = 0; y < picture.height; ++y) {
     const BYTE* colour = bits.data() + static_cast<std::size_t>(y) * static_cast<std::size_t>(geometry.bmWidthBytes);

@@ -1,11 +1,11 @@
-// Pictures as the bytes of PNG files.
+// Contract: pictures as the bytes of PNG files, for tools that show people what they made.
 #pragma once
 
 #include <vector>
 
 #include <ondrel/platform/types.h>
 
-namespace ondrel::command {
+namespace ondrel::platform {
 
 /// Pixels of 8 bits a channel: red, green, blue and, where there are four, alpha. Rows from the top, without padding.
 struct Picture {
@@ -32,4 +32,4 @@ struct Picture {
 /// without pixels, and the memory exception.
 std::vector<BYTE> EncodePng(const Picture& picture);
 
-}  // namespace ondrel::command
+}  // namespace ondrel::platform

@@ -1,29 +1,26 @@
 // Encoding of PNG pictures, with libpng.
-#include "png_output.h"
-
-#include <png.h>
+#include <ondrel/platform/picture.h>
 
 #include <csetjmp>
-#include <cstring>
 #include <new>
+#include <utility>
 
 #include <ondrel/platform/framework/exceptions.h>
 
-namespace ondrel::command {
+#include "icons/png_run.h"
+
+namespace ondrel::platform {
 namespace {
 
-/// One run of libpng over a picture. The library leaves its calls by a jump, so nothing with a destructor may live in
-/// the function that makes them: what the run needs stands here.
-class PngEncoding {
+/// One run of libpng over a picture.
+class PngEncoding : PngRun {
  public:
   explicit PngEncoding(const Picture& picture)
       : m_picture(picture),
-        m_png(png_create_write_struct_2(PNG_LIBPNG_VER_STRING, this, Fail, Ignore, this, Allocate, Free)) {
+        m_png(png_create_write_struct_2(PNG_LIBPNG_VER_STRING, this, Fail, Ignore, AsMemory(), Allocate, Free)) {
     if (m_png != nullptr) m_info = png_create_info_struct(m_png);
   }
   ~PngEncoding() { png_destroy_write_struct(&m_png, &m_info); }
-  PngEncoding(const PngEncoding&) = delete;
-  PngEncoding& operator=(const PngEncoding&) = delete;
 
   std::vector<BYTE> Encode() {
     if (m_png == nullptr || m_info == nullptr) AfxThrowMemoryException();
@@ -66,19 +63,8 @@ class PngEncoding {
     }
   }
 
-  [[noreturn]] static void Fail(png_structp png, png_const_charp) { png_longjmp(png, 1); }
-  static void Ignore(png_structp, png_const_charp) {}
-
-  static void* Allocate(png_structp png, std::size_t count) {
-    void* const memory = ::operator new(count, std::nothrow);
-    if (memory == nullptr) static_cast<PngEncoding*>(png_get_mem_ptr(png))->m_isOutOfMemory = true;
-    return memory;
-  }
-  static void Free(png_structp, void* memory) { ::operator delete(memory); }
-
   const Picture& m_picture;
   std::vector<BYTE> m_bytes;
-  bool m_isOutOfMemory = false;
   png_structp m_png;
   png_infop m_info = nullptr;
 };
@@ -87,4 +73,4 @@ class PngEncoding {
 
 std::vector<BYTE> EncodePng(const Picture& picture) { return PngEncoding(picture).Encode(); }
 
-}  // namespace ondrel::command
+}  // namespace ondrel::platform
