@@ -108,7 +108,7 @@ TEST(PosixDamagedIcon, MoreEntriesThanAnyFileHas) {
 
 TEST(PosixDamagedIcon, MorePixelsThanAnyImageHas) {
   const IconPicture picture = PatternPicture(1024, 1024, 1);
-  const Extraction most = ExtractCheaplyOf(IconFileBytes({picture}));
+  const Extraction most = ExtractCheaplyOf(IconFileBytes({picture}), {.time = kMostTimeOfLargest});
   ASSERT_TRUE(Succeeded(most));
   EXPECT_TRUE(Shows(most.large.get(), 32, picture));
   EXPECT_TRUE(

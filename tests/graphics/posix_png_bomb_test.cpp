@@ -29,8 +29,8 @@ std::string WithChunks(const std::string& chunks) {
   return PngSignature() + PngHeader(32, 32, PngColour::trueColourAlpha, 8) + chunks + Pixels() + PngEnd();
 }
 
-testing::AssertionResult ShowsThePicture(const std::string& png, std::chrono::milliseconds mostTime = kMostTime) {
-  const Extraction extraction = ExtractCheaplyOf(FileOf(png), mostTime);
+testing::AssertionResult ShowsThePicture(const std::string& png, const MostCosts& most = {}) {
+  const Extraction extraction = ExtractCheaplyOf(FileOf(png), most);
   if (const auto succeeded = Succeeded(extraction); !succeeded) return succeeded;
   return Shows(extraction.large.get(), 32, Uncompressed(Picture()));
 }
@@ -64,7 +64,7 @@ TEST(PosixPngBomb, MostPixelsInAnyShapeAreShown) {
     for (const bool interlaced : {false, true}) {
       for (const int depth : {8, 16}) {
         const std::string png = ZeroPng(size.width, size.height, depth, interlaced);
-        EXPECT_TRUE(Succeeded(ExtractCheaplyOf(FileOf(png), kMostTimeOfLargest)))
+        EXPECT_TRUE(Succeeded(ExtractCheaplyOf(FileOf(png), {.time = kMostTimeOfLargest})))
             << size.width << " x " << size.height << ", " << depth << " bits" << (interlaced ? ", interlaced" : "");
       }
     }
@@ -113,12 +113,12 @@ TEST(PosixPngBomb, ChunksThatClaimMoreThanTheFileHasAreRefused) {
 
 TEST(PosixPngBomb, FilesAsLongAsTheyMayBe) {
   constexpr std::size_t kRoom = 32 * 1024 * 1024 - 16 * 1024;
-  EXPECT_TRUE(ShowsThePicture(WithChunks(PngChunk("teST", std::string(kRoom, 'x'))), kMostTimeOfLargest));
+  EXPECT_TRUE(ShowsThePicture(WithChunks(PngChunk("teST", std::string(kRoom, 'x'))), {.time = kMostTimeOfLargest}));
   // With the image that takes most memory to read.
   const std::string wide = ZeroPng(1048576, 1, 16, false);
   const std::string file = FileOf(wide.substr(0, wide.size() - PngEnd().size()) +
                                   PngChunk("teST", std::string(kRoom - wide.size(), 'x')) + PngEnd());
-  EXPECT_TRUE(Succeeded(ExtractCheaplyOf(file, kMostTimeOfLargest)));
+  EXPECT_TRUE(Succeeded(ExtractCheaplyOf(file, {.time = kMostTimeOfLargest})));
 }
 
 TEST(PosixPngBomb, PixelsInOneChunkForEachByteAreShown) {
