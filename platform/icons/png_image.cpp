@@ -106,6 +106,7 @@ class PngDecoding : PngRun {
     std::memcpy(bytes, left.data(), count);
     left = left.subspan(count);
   }
+
   Bytes m_left;
   IconImage m_target;
   std::size_t m_chunks = 0;
