@@ -53,13 +53,16 @@ Part Png(const PngPicture& picture) {
 }
 
 GoodIconFile Assemble(const char* name, const std::vector<Part>& parts) {
-  GoodIconFile file{.name = name, .bytes = {}, .needed = 0, .headers = {}};
+  GoodIconFile file{.name = name, .bytes = {}, .needed = 0, .whole = 0, .headers = {}};
   AddRange(file.headers, 0, kFileHeaderBytes + parts.size() * kEntryBytes);
   std::vector<StoredImage> images;
   std::size_t start = kFileHeaderBytes + parts.size() * kEntryBytes;
   for (const Part& part : parts) {
     images.push_back(part.image);
-    if (part.needed != 0) file.needed = start + part.needed;
+    if (part.needed != 0) {
+      file.needed = start + part.needed;
+      file.whole = start + part.image.bytes.size();
+    }
     for (const std::size_t place : part.headers) file.headers.push_back(start + place);
     start += part.image.bytes.size();
   }

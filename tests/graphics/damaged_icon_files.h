@@ -16,6 +16,8 @@ struct GoodIconFile {
   /// Where the last byte ends that the icons of 32 and 16 pixels are made from. A cut behind it does no harm: it is in
   /// a mask, or in an image that nobody asks for.
   std::size_t needed;
+  /// Where the last of the images that they are made from ends, mask and all.
+  std::size_t whole;
   /// The places of all headers: the file's, the directory, those of the images with the start of their palettes; of PNG
   /// images the signature, the header chunk, the start of the palette, and every chunk's length, name and checksum.
   std::vector<std::size_t> headers;

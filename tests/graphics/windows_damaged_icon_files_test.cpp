@@ -30,8 +30,10 @@ HRESULT StatusOf(const std::filesystem::path& path) {
 
 TEST_P(WindowsIconDamageOf, EveryCutEndsInItsStatus) {
   const GoodIconFile& file = GetParam();
+  // The system would read on behind a mask that is cut: what it may choose must be whole.
   CutEverywhere(file, [&](const std::filesystem::path& path, std::size_t length) {
-    ASSERT_EQ(StatusOf(path), length < kFileHeaderBytes ? kNoIconThere : kInvalidData) << length << " bytes";
+    const HRESULT expected = length < kFileHeaderBytes ? kNoIconThere : length < file.whole ? kInvalidData : S_OK;
+    ASSERT_EQ(StatusOf(path), expected) << length << " bytes";
   });
   EXPECT_EQ(CountLiveHandles().icons, 0);
 }
