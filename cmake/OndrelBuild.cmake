@@ -18,6 +18,12 @@ if(ONDREL_SANITIZE)
   add_link_options(-fsanitize=${ONDREL_SANITIZE})
 endif()
 
+# The fuzzers choose their next input by what the last one reached, so everything that they call tells them.
+option(ONDREL_FUZZ "Build the fuzzers; needs clang" OFF)
+if(ONDREL_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
+
 # Libraries of Windows carry no "lib" before their names, and find those that they need beside them: the compiler's
 # runtime, which the libraries and their hosts share, lies there too.
 set(ONDREL_RUNTIME_LIBRARIES "")

@@ -140,7 +140,7 @@ void CMMCObjectSet::GetIconBitmapImages(DWORD colour, HBITMAP& smallStrip, HBITM
   int index = 0;
   for (const auto& [cookie, icon] : m_tables.icons) {
     // Every icon stands at its own width times its index: a strip is meant for icons of one size.
-    const auto left = [&](bool ofLarge) {
+    const auto left = [index, &icon = icon](bool ofLarge) {
       return static_cast<LONGLONG>(index) * icon.GetColourBitmap(ofLarge).bmWidth;
     };
     ondrel::DrawMasked(smallPixels, left(false), icon, false, colour);
