@@ -14,18 +14,19 @@ constexpr std::size_t kCountOffset = 4;
 constexpr WORD kIconType = 1;
 
 constexpr std::size_t kEntryBytes = 16;
-constexpr std::size_t kWidthOffset = 0;
-constexpr std::size_t kHeightOffset = 1;
-constexpr std::size_t kBitsPerPixelOffset = 6;
-constexpr std::size_t kLengthOffset = 8;
-constexpr std::size_t kImageOffset = 12;
+constexpr std::size_t kEntryWidthOffset = 0;
+constexpr std::size_t kEntryHeightOffset = 1;
+constexpr std::size_t kEntryBitsPerPixelOffset = 6;
+constexpr std::size_t kEntryLengthOffset = 8;
+constexpr std::size_t kEntryImageOffset = 12;
 
 IconEntry ReadEntry(Bytes file, Bytes entry) {
-  const std::size_t offset = std::min<std::size_t>(ReadDword(entry, kImageOffset), file.size());
-  const std::size_t length = std::min<std::size_t>(ReadDword(entry, kLengthOffset), file.size() - offset);
-  IconEntry described = DescribeIconEntry(StatedIconSize(entry[kWidthOffset]), StatedIconSize(entry[kHeightOffset]),
-                                          ReadWord(entry, kBitsPerPixelOffset), file.subspan(offset, length));
-  described.isCut = !Holds(file, ReadDword(entry, kImageOffset), ReadDword(entry, kLengthOffset));
+  const std::size_t offset = std::min<std::size_t>(ReadDword(entry, kEntryImageOffset), file.size());
+  const std::size_t length = std::min<std::size_t>(ReadDword(entry, kEntryLengthOffset), file.size() - offset);
+  IconEntry described =
+      DescribeIconEntry(StatedIconSize(entry[kEntryWidthOffset]), StatedIconSize(entry[kEntryHeightOffset]),
+                        ReadWord(entry, kEntryBitsPerPixelOffset), file.subspan(offset, length));
+  described.isCut = !Holds(file, ReadDword(entry, kEntryImageOffset), ReadDword(entry, kEntryLengthOffset));
   return described;
 }
 

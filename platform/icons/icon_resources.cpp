@@ -14,12 +14,12 @@ namespace {
 constexpr DWORD kImageType = 3;
 constexpr DWORD kGroupType = 14;
 
-constexpr std::size_t kCountOffset = 4;
-constexpr std::size_t kEntryBytes = 14;
-constexpr std::size_t kWidthOffset = 0;
-constexpr std::size_t kHeightOffset = 1;
-constexpr std::size_t kBitsPerPixelOffset = 6;
-constexpr std::size_t kNumberOffset = 12;
+constexpr std::size_t kGroupCountOffset = 4;
+constexpr std::size_t kGroupEntryBytes = 14;
+constexpr std::size_t kGroupWidthOffset = 0;
+constexpr std::size_t kGroupHeightOffset = 1;
+constexpr std::size_t kGroupBitsPerPixelOffset = 6;
+constexpr std::size_t kGroupNumberOffset = 12;
 
 /// Where the images are in the tree, by their numbers.
 class ImageTable {
@@ -84,8 +84,8 @@ class IconReading {
     m_group.resize(kIconFileHeaderBytes);
     if (const IconStatus status = m_file.Read(run.offset, m_group); !status.IsSuccess()) return status;
     if (!IsIconFile(m_group)) return kNoIconThere;
-    const WORD count = ReadWord(m_group, kCountOffset);
-    const std::size_t length = kIconFileHeaderBytes + count * kEntryBytes;
+    const WORD count = ReadWord(m_group, kGroupCountOffset);
+    const std::size_t length = kIconFileHeaderBytes + count * kGroupEntryBytes;
     if (count > kMostIconEntries || data.length < length) return kIconDamaged;
     m_group.resize(length);
     return m_file.Read(run.offset, m_group);
@@ -102,9 +102,9 @@ class IconReading {
       if (!status.IsSuccess()) return status;
     }
     ULONGLONG sum = 0;
-    for (std::size_t start = kIconFileHeaderBytes; start < m_group.size(); start += kEntryBytes) {
+    for (std::size_t start = kIconFileHeaderBytes; start < m_group.size(); start += kGroupEntryBytes) {
       FileRun run = {};
-      if (const auto& image = table[ReadWord(m_group, start + kNumberOffset)]; image) {
+      if (const auto& image = table[ReadWord(m_group, start + kGroupNumberOffset)]; image) {
         ResourceData data = {};
         if (const IconStatus status = FindData(*image, data); !status.IsSuccess()) return status;
         run = m_program.Find(data.address);
@@ -128,11 +128,11 @@ class IconReading {
       const std::span<BYTE> image = left.first(static_cast<std::size_t>(run.length));
       left = left.subspan(image.size());
       if (const IconStatus status = m_file.Read(run.offset, image); !status.IsSuccess()) return status;
-      const Bytes stated = Bytes(m_group).subspan(start, kEntryBytes);
-      start += kEntryBytes;
-      m_source.entries.push_back(DescribeIconEntry(StatedIconSize(stated[kWidthOffset]),
-                                                   StatedIconSize(stated[kHeightOffset]),
-                                                   ReadWord(stated, kBitsPerPixelOffset), image));
+      const Bytes stated = Bytes(m_group).subspan(start, kGroupEntryBytes);
+      start += kGroupEntryBytes;
+      m_source.entries.push_back(DescribeIconEntry(StatedIconSize(stated[kGroupWidthOffset]),
+                                                   StatedIconSize(stated[kGroupHeightOffset]),
+                                                   ReadWord(stated, kGroupBitsPerPixelOffset), image));
     }
     return kIconRead;
   }

@@ -14,11 +14,11 @@
 namespace ondrel::platform {
 namespace {
 
-constexpr BYTE kSignature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
+constexpr BYTE kPngSignature[] = {0x89, 'P', 'N', 'G', '\r', '\n', 0x1A, '\n'};
 
 // The first chunk is the header; before its data stand the chunk's length and name.
-constexpr std::size_t kWidthOffset = sizeof(kSignature) + 8;
-constexpr std::size_t kHeightOffset = kWidthOffset + 4;
+constexpr std::size_t kPngWidthOffset = sizeof(kPngSignature) + 8;
+constexpr std::size_t kPngHeightOffset = kPngWidthOffset + 4;
 
 DWORD ReadBigEndianDword(Bytes bytes, std::size_t offset) {
   return static_cast<DWORD>(bytes[offset]) << 24 | static_cast<DWORD>(bytes[offset + 1]) << 16 |
@@ -118,13 +118,14 @@ class PngDecoding : PngRun {
 }  // namespace
 
 bool IsPngImage(Bytes image) {
-  return Holds(image, 0, sizeof(kSignature)) && std::equal(std::begin(kSignature), std::end(kSignature), image.begin());
+  return Holds(image, 0, sizeof(kPngSignature)) &&
+         std::equal(std::begin(kPngSignature), std::end(kPngSignature), image.begin());
 }
 
 bool ReadPngSize(Bytes image, LONG& width, LONG& height) {
-  if (!Holds(image, kHeightOffset, sizeof(DWORD))) return false;
-  const DWORD statedWidth = ReadBigEndianDword(image, kWidthOffset);
-  const DWORD statedHeight = ReadBigEndianDword(image, kHeightOffset);
+  if (!Holds(image, kPngHeightOffset, sizeof(DWORD))) return false;
+  const DWORD statedWidth = ReadBigEndianDword(image, kPngWidthOffset);
+  const DWORD statedHeight = ReadBigEndianDword(image, kPngHeightOffset);
   if (!IsPossibleSize(statedWidth) || !IsPossibleSize(statedHeight)) return false;
   width = static_cast<LONG>(statedWidth);
   height = static_cast<LONG>(statedHeight);

@@ -7,29 +7,29 @@
 
 using ondrel::FindAttribute;
 using ondrel::GetAttributes;
+using ondrel::kCookieAttribute;
 using ondrel::kInvalidData;
+using ondrel::kNameAttribute;
 using ondrel::ReadAttribute;
 using ondrel::TextOf;
 using ondrel::WriteAttribute;
 
 namespace {
 
-constexpr BstrLiteral kCookie(_T("Cookie"));
-constexpr BstrLiteral kName(_T("Name"));
-constexpr BstrLiteral kIcon(_T("Icon"));
-constexpr BstrLiteral kType(_T("Type"));
-constexpr BstrLiteral kChildQueries(_T("ChildQueries"));
+constexpr BstrLiteral kIconAttribute(_T("Icon"));
+constexpr BstrLiteral kTypeAttribute(_T("Type"));
+constexpr BstrLiteral kChildQueriesElement(_T("ChildQueries"));
 constexpr BstrLiteral kChildQueryPath(_T("ChildQueries/Query"));
-constexpr BstrLiteral kMenuScript(_T("MenuScript"));
-constexpr BstrLiteral kScripts(_T("Scripts"));
-constexpr BstrLiteral kScript(_T("Script"));
+constexpr BstrLiteral kMenuScriptElement(_T("MenuScript"));
+constexpr BstrLiteral kScriptsElement(_T("Scripts"));
+constexpr BstrLiteral kScriptElement(_T("Script"));
 constexpr BstrLiteral kScriptPath(_T("Scripts/Script"));
-constexpr BstrLiteral kStyleSheet(_T("StyleSheet"));
-constexpr BstrLiteral kRenderQueries(_T("RenderQueries"));
+constexpr BstrLiteral kStyleSheetElement(_T("StyleSheet"));
+constexpr BstrLiteral kRenderQueriesElement(_T("RenderQueries"));
 constexpr BstrLiteral kRenderQueryPath(_T("RenderQueries/Query"));
-constexpr BstrLiteral kQuery(_T("Query"));
-constexpr BstrLiteral kTag(_T("Tag"));
-constexpr BstrLiteral kFile(_T("File"));
+constexpr BstrLiteral kQueryElement(_T("Query"));
+constexpr BstrLiteral kTagAttribute(_T("Tag"));
+constexpr BstrLiteral kFileAttribute(_T("File"));
 
 /// Writes an element that refers to a file. A cookie of 0 gives a bare element.
 HRESULT WriteFileReference(IXMLDOMDocument* document, IXMLDOMElement* parent, BSTR name, __int64 cookie) {
@@ -38,7 +38,7 @@ HRESULT WriteFileReference(IXMLDOMDocument* document, IXMLDOMElement* parent, BS
   if (SUCCEEDED(status) && cookie != 0) {
     CComPtr<IXMLDOMNamedNodeMap> attributes;
     status = GetAttributes(element, attributes);
-    if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kFile, CComVariant(cookie));
+    if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kFileAttribute, CComVariant(cookie));
   }
   if (SUCCEEDED(status)) status = parent->appendChild(element, nullptr);
   return status;
@@ -51,10 +51,10 @@ HRESULT WriteQueries(IXMLDOMDocument* document, IXMLDOMElement* parent, BSTR nam
   for (auto query = queries.begin(); SUCCEEDED(status) && query != queries.end(); ++query) {
     CComPtr<IXMLDOMElement> element;
     CComPtr<IXMLDOMNamedNodeMap> attributes;
-    status = document->createElement(kQuery, &element);
+    status = document->createElement(kQueryElement, &element);
     if (SUCCEEDED(status)) status = GetAttributes(element, attributes);
-    if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kTag, CComVariant(query->first));
-    if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kFile, CComVariant(query->second));
+    if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kTagAttribute, CComVariant(query->first));
+    if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kFileAttribute, CComVariant(query->second));
     if (SUCCEEDED(status)) status = list->appendChild(element, nullptr);
   }
   if (SUCCEEDED(status)) status = parent->appendChild(list, nullptr);
@@ -69,7 +69,7 @@ HRESULT ReadFileReference(IXMLDOMNode* parent, BSTR name, __int64& cookie) {
   CComPtr<IXMLDOMNamedNodeMap> attributes;
   status = GetAttributes(element, attributes);
   CComVariant value;
-  if (SUCCEEDED(status)) status = FindAttribute(attributes, kFile, CMMCObjectParams::VT_FILE_COOKIE, value);
+  if (SUCCEEDED(status)) status = FindAttribute(attributes, kFileAttribute, CMMCObjectParams::VT_FILE_COOKIE, value);
   if (status == S_OK) cookie = CMMCObjectParams::V_FILE_COOKIE(&value);
   return FAILED(status) ? status : S_OK;
 }
@@ -84,8 +84,8 @@ HRESULT ReadQueries(IXMLDOMNode* parent, BSTR path, CMMCObjectParams::QueryList&
     CComVariant tag;
     CComVariant file;
     status = GetAttributes(element, attributes);
-    if (SUCCEEDED(status)) status = ReadAttribute(attributes, kTag, VT_BSTR, tag);
-    if (SUCCEEDED(status)) status = ReadAttribute(attributes, kFile, CMMCObjectParams::VT_FILE_COOKIE, file);
+    if (SUCCEEDED(status)) status = ReadAttribute(attributes, kTagAttribute, VT_BSTR, tag);
+    if (SUCCEEDED(status)) status = ReadAttribute(attributes, kFileAttribute, CMMCObjectParams::VT_FILE_COOKIE, file);
     if (FAILED(status)) break;
     queries.emplace_back(TextOf(tag), CMMCObjectParams::V_FILE_COOKIE(&file));
   }
@@ -102,7 +102,7 @@ void ReadScripts(IXMLDOMNode* parent, CMMCObjectParams::ScriptList& scripts) {
     CComPtr<IXMLDOMNamedNodeMap> attributes;
     CComVariant file;
     status = GetAttributes(element, attributes);
-    if (SUCCEEDED(status)) status = FindAttribute(attributes, kFile, CMMCObjectParams::VT_FILE_COOKIE, file);
+    if (SUCCEEDED(status)) status = FindAttribute(attributes, kFileAttribute, CMMCObjectParams::VT_FILE_COOKIE, file);
     if (FAILED(status)) return;
     if (status == S_OK) {
       scripts.push_back(CMMCObjectParams::V_FILE_COOKIE(&file));
@@ -120,24 +120,26 @@ void ReadScripts(IXMLDOMNode* parent, CMMCObjectParams::ScriptList& scripts) {
 HRESULT CMMCObjectParams::Serialize(CComPtr<IXMLDOMDocument> document, CComPtr<IXMLDOMElement> element) const {
   CComPtr<IXMLDOMNamedNodeMap> attributes;
   HRESULT status = GetAttributes(element, attributes);
-  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kCookie, CComVariant(m_cookie));
-  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kName, CComVariant(m_name));
-  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kIcon, CComVariant(m_icon));
-  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kType, CComVariant(GetNodeTypeName(m_type)));
+  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kCookieAttribute, CComVariant(m_cookie));
+  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kNameAttribute, CComVariant(m_name));
+  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kIconAttribute, CComVariant(m_icon));
+  if (SUCCEEDED(status))
+    status = WriteAttribute(document, attributes, kTypeAttribute, CComVariant(GetNodeTypeName(m_type)));
 
-  if (SUCCEEDED(status) && m_type != eDialog) status = WriteQueries(document, element, kChildQueries, m_childQueries);
-  if (SUCCEEDED(status)) status = WriteFileReference(document, element, kMenuScript, m_menuScript);
+  if (SUCCEEDED(status) && m_type != eDialog)
+    status = WriteQueries(document, element, kChildQueriesElement, m_childQueries);
+  if (SUCCEEDED(status)) status = WriteFileReference(document, element, kMenuScriptElement, m_menuScript);
 
   CComPtr<IXMLDOMElement> scripts;
-  if (SUCCEEDED(status)) status = document->createElement(kScripts, &scripts);
+  if (SUCCEEDED(status)) status = document->createElement(kScriptsElement, &scripts);
   for (auto script = m_scripts.begin(); SUCCEEDED(status) && script != m_scripts.end(); ++script) {
-    status = WriteFileReference(document, scripts, kScript, *script);
+    status = WriteFileReference(document, scripts, kScriptElement, *script);
   }
   if (SUCCEEDED(status)) status = element->appendChild(scripts, nullptr);
 
   if (HasView()) {
-    if (SUCCEEDED(status)) status = WriteFileReference(document, element, kStyleSheet, m_styleSheet);
-    if (SUCCEEDED(status)) status = WriteQueries(document, element, kRenderQueries, m_renderQueries);
+    if (SUCCEEDED(status)) status = WriteFileReference(document, element, kStyleSheetElement, m_styleSheet);
+    if (SUCCEEDED(status)) status = WriteQueries(document, element, kRenderQueriesElement, m_renderQueries);
   }
   return FAILED(status) ? status : S_OK;
 }
@@ -146,27 +148,27 @@ HRESULT CMMCObjectParams::Deserialize(CComPtr<IXMLDOMNode> node) {
   CComPtr<IXMLDOMNamedNodeMap> attributes;
   HRESULT status = GetAttributes(node, attributes);
   CComVariant value;
-  if (SUCCEEDED(status)) status = ReadAttribute(attributes, kCookie, VT_OBJECT_COOKIE, value);
+  if (SUCCEEDED(status)) status = ReadAttribute(attributes, kCookieAttribute, VT_OBJECT_COOKIE, value);
   if (SUCCEEDED(status)) {
     m_cookie = V_OBJECT_COOKIE(&value);
-    status = ReadAttribute(attributes, kName, VT_BSTR, value);
+    status = ReadAttribute(attributes, kNameAttribute, VT_BSTR, value);
   }
   if (SUCCEEDED(status)) {
     m_name = TextOf(value);
-    status = ReadAttribute(attributes, kIcon, VT_FILE_COOKIE, value);
+    status = ReadAttribute(attributes, kIconAttribute, VT_FILE_COOKIE, value);
   }
   if (SUCCEEDED(status)) {
     m_icon = V_FILE_COOKIE(&value);
-    status = ReadAttribute(attributes, kType, VT_BSTR, value);
+    status = ReadAttribute(attributes, kTypeAttribute, VT_BSTR, value);
   }
   if (SUCCEEDED(status)) {
     m_type = GetNodeType(TextOf(value));
     status = ReadQueries(node, kChildQueryPath, m_childQueries);
   }
-  if (SUCCEEDED(status)) status = ReadFileReference(node, kMenuScript, m_menuScript);
+  if (SUCCEEDED(status)) status = ReadFileReference(node, kMenuScriptElement, m_menuScript);
   if (SUCCEEDED(status)) ReadScripts(node, m_scripts);
   if (HasView()) {
-    if (SUCCEEDED(status)) status = ReadFileReference(node, kStyleSheet, m_styleSheet);
+    if (SUCCEEDED(status)) status = ReadFileReference(node, kStyleSheetElement, m_styleSheet);
     if (SUCCEEDED(status)) status = ReadQueries(node, kRenderQueryPath, m_renderQueries);
   }
   return status;

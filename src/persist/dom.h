@@ -5,6 +5,9 @@
 
 namespace ondrel {
 
+inline constexpr BstrLiteral kCookieAttribute(_T("Cookie"));
+inline constexpr BstrLiteral kNameAttribute(_T("Name"));
+
 /// An element's attributes; 0x8007000D for a node that has none because it is no element.
 HRESULT GetAttributes(IXMLDOMNode* node, CComPtr<IXMLDOMNamedNodeMap>& attributes);
 

@@ -11,7 +11,9 @@
 
 using ondrel::FindAttribute;
 using ondrel::GetAttributes;
+using ondrel::kCookieAttribute;
 using ondrel::kInvalidData;
+using ondrel::kNameAttribute;
 using ondrel::kNotFound;
 using ondrel::ReadAttribute;
 using ondrel::TextOf;
@@ -25,16 +27,14 @@ namespace {
 constexpr BstrLiteral kXml(_T("xml"));
 constexpr BstrLiteral kXmlData(_T("version='1.0' encoding='utf-8'"));
 constexpr BstrLiteral kEncoding(_T("utf-8"));
-constexpr BstrLiteral kProject(_T("Project"));
-constexpr BstrLiteral kNodeGroup(_T("NodeGroup"));
-constexpr BstrLiteral kDialogGroup(_T("DialogGroup"));
-constexpr BstrLiteral kFileGroup(_T("FileGroup"));
-constexpr BstrLiteral kIcon(_T("Icon"));
-constexpr BstrLiteral kFile(_T("File"));
-constexpr BstrLiteral kDialog(_T("Dialog"));
-constexpr BstrLiteral kCookie(_T("Cookie"));
-constexpr BstrLiteral kName(_T("Name"));
-constexpr BstrLiteral kPath(_T("Path"));
+constexpr BstrLiteral kProjectElement(_T("Project"));
+constexpr BstrLiteral kNodeGroupElement(_T("NodeGroup"));
+constexpr BstrLiteral kDialogGroupElement(_T("DialogGroup"));
+constexpr BstrLiteral kFileGroupElement(_T("FileGroup"));
+constexpr BstrLiteral kIconElement(_T("Icon"));
+constexpr BstrLiteral kFileElement(_T("File"));
+constexpr BstrLiteral kDialogElement(_T("Dialog"));
+constexpr BstrLiteral kPathAttribute(_T("Path"));
 
 CComPtr<IXMLDOMDocument> MakeDocument() {
   CComPtr<IXMLDOMDocument> document;
@@ -57,12 +57,12 @@ HRESULT WriteFileElement(IXMLDOMDocument* document, IXMLDOMElement* group, BSTR 
   CComPtr<IXMLDOMNamedNodeMap> attributes;
   HRESULT status = document->createElement(elementName, &element);
   if (SUCCEEDED(status)) status = GetAttributes(element, attributes);
-  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kCookie, CComVariant(cookie));
+  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kCookieAttribute, CComVariant(cookie));
   if (SUCCEEDED(status)) {
     const bool inside = path.View().starts_with(directory.View());
     const CString text = inside ? path.Mid(directory.GetLength()) : path;
-    status = inside ? WriteAttribute(document, attributes, kName, CComVariant(text))
-                    : WriteAttribute(document, attributes, kPath, CComVariant(text));
+    status = inside ? WriteAttribute(document, attributes, kNameAttribute, CComVariant(text))
+                    : WriteAttribute(document, attributes, kPathAttribute, CComVariant(text));
   }
   if (SUCCEEDED(status)) status = AppendElement(group, element);
   return status;
@@ -74,12 +74,12 @@ HRESULT ReadFileElement(IXMLDOMNode* element, const CString& directory, CString&
   HRESULT status = GetAttributes(element, attributes);
   if (FAILED(status)) return status;
   CComVariant text;
-  status = FindAttribute(attributes, kName, VT_BSTR, text);
+  status = FindAttribute(attributes, kNameAttribute, VT_BSTR, text);
   const bool relative = status == S_OK;
-  if (status == S_FALSE) status = ReadAttribute(attributes, kPath, VT_BSTR, text);
+  if (status == S_FALSE) status = ReadAttribute(attributes, kPathAttribute, VT_BSTR, text);
   if (FAILED(status)) return status;
   CComVariant number;
-  status = ReadAttribute(attributes, kCookie, CMMCObjectParams::VT_FILE_COOKIE, number);
+  status = ReadAttribute(attributes, kCookieAttribute, CMMCObjectParams::VT_FILE_COOKIE, number);
   if (FAILED(status)) return status;
   path = relative ? directory + TextOf(text) : TextOf(text);
   cookie = CMMCObjectParams::V_FILE_COOKIE(&number);
@@ -204,30 +204,30 @@ void CMMCObjectSet::StoreProject(CVellum& archive) {
   CComPtr<IXMLDOMProcessingInstruction> declaration;
   AtlThrowIfFailed(document->createProcessingInstruction(kXml, kXmlData, &declaration));
   AtlThrowIfFailed(document->appendChild(declaration, nullptr));
-  const CComPtr<IXMLDOMElement> project = createElement(kProject);
+  const CComPtr<IXMLDOMElement> project = createElement(kProjectElement);
 
   // One top-level node is saved, the first: the form has always held a single tree.
-  const CComPtr<IXMLDOMElement> nodeGroup = createElement(kNodeGroup);
+  const CComPtr<IXMLDOMElement> nodeGroup = createElement(kNodeGroupElement);
   const std::list<__int64> topNodes = GetChildNodes(RootNode);
   if (!topNodes.empty()) AtlThrowIfFailed(SerializeNode(topNodes.front(), document, nodeGroup));
   AtlThrowIfFailed(AppendElement(project, nodeGroup));
 
-  const CComPtr<IXMLDOMElement> dialogGroup = createElement(kDialogGroup);
+  const CComPtr<IXMLDOMElement> dialogGroup = createElement(kDialogGroupElement);
   for (const __int64 cookie : GetDialogs()) {
     CMMCObjectParams* params = nullptr;
     if (!GetParams(cookie, params)) AtlThrow(kNotFound);
-    const CComPtr<IXMLDOMElement> dialog = createElement(kDialog);
+    const CComPtr<IXMLDOMElement> dialog = createElement(kDialogElement);
     AtlThrowIfFailed(params->Serialize(document, dialog));
     AtlThrowIfFailed(AppendElement(dialogGroup, dialog));
   }
   AtlThrowIfFailed(AppendElement(project, dialogGroup));
 
-  const CComPtr<IXMLDOMElement> fileGroup = createElement(kFileGroup);
+  const CComPtr<IXMLDOMElement> fileGroup = createElement(kFileGroupElement);
   for (const auto& [path, cookie] : m_tables.iconPaths) {
-    AtlThrowIfFailed(WriteFileElement(document, fileGroup, kIcon, path, cookie, directory));
+    AtlThrowIfFailed(WriteFileElement(document, fileGroup, kIconElement, path, cookie, directory));
   }
   for (const auto& [path, file] : m_tables.codePaths) {
-    AtlThrowIfFailed(WriteFileElement(document, fileGroup, kFile, path, file.first, directory));
+    AtlThrowIfFailed(WriteFileElement(document, fileGroup, kFileElement, path, file.first, directory));
   }
   AtlThrowIfFailed(AppendElement(project, fileGroup));
   AtlThrowIfFailed(AppendElement(document, project));
@@ -264,22 +264,22 @@ HRESULT CMMCObjectSet::ReadProject(IXMLDOMDocument* document, const CString& dir
   CComBSTR rootName;
   status = root->get_nodeName(&rootName);
   if (FAILED(status)) return status;
-  if (VarBstrCmp(rootName, kProject, LOCALE_USER_DEFAULT, 0) != VARCMP_EQ) return kInvalidData;
+  if (VarBstrCmp(rootName, kProjectElement, LOCALE_USER_DEFAULT, 0) != VARCMP_EQ) return kInvalidData;
 
   CComPtr<IXMLDOMNodeList> groups;
-  status = root->getElementsByTagName(kNodeGroup, &groups);
+  status = root->getElementsByTagName(kNodeGroupElement, &groups);
   if (SUCCEEDED(status)) status = DeserializeNodes(RootNode, groups);
-  if (SUCCEEDED(status)) status = root->getElementsByTagName(kDialogGroup, &groups);
+  if (SUCCEEDED(status)) status = root->getElementsByTagName(kDialogGroupElement, &groups);
   if (FAILED(status)) return status;
   status = ForEachNode(groups, [&](IXMLDOMNode* group) {
-    return ForEachChild(group, kDialog, [&](IXMLDOMNode* dialog) {
+    return ForEachChild(group, kDialogElement, [&](IXMLDOMNode* dialog) {
       CMMCObjectParams params;
       const HRESULT read = params.Deserialize(dialog);
       const __int64 cookie = params.GetCookie();
       return FAILED(read) ? read : AddDialog(cookie, std::move(params));
     });
   });
-  if (SUCCEEDED(status)) status = root->getElementsByTagName(kFileGroup, &groups);
+  if (SUCCEEDED(status)) status = root->getElementsByTagName(kFileGroupElement, &groups);
   if (FAILED(status)) return status;
 
   // Of several groups of files only the first has ever been read, and definitions exist that have more.
@@ -288,12 +288,12 @@ HRESULT CMMCObjectSet::ReadProject(IXMLDOMDocument* document, const CString& dir
   if (status != S_OK) return FAILED(status) ? status : S_OK;
   CString path;
   __int64 cookie = 0;
-  status = ForEachChild(fileGroup, kIcon, [&](IXMLDOMNode* icon) {
+  status = ForEachChild(fileGroup, kIconElement, [&](IXMLDOMNode* icon) {
     const HRESULT read = ReadFileElement(icon, directory, path, cookie);
     return FAILED(read) ? read : InsertIconFile(path, cookie);
   });
   if (FAILED(status)) return status;
-  return ForEachChild(fileGroup, kFile, [&](IXMLDOMNode* file) {
+  return ForEachChild(fileGroup, kFileElement, [&](IXMLDOMNode* file) {
     const HRESULT read = ReadFileElement(file, directory, path, cookie);
     return FAILED(read) ? read : InsertCodeFile(path, cookie, factory(path));
   });

@@ -8,7 +8,7 @@ namespace {
 
 const BadProject kBadIcons[] = {
     {"IconInAMissingFolder", Files({R"(<Icon Cookie="2" Name="gone\a.ico"/>)"}),
-     "3: icon file 2, \"gone\\a.ico\": its folder is not there; ", kNoSuchFolder},
+     "3: icon file 2, \"gone\\a.ico\": its folder is not there; ", kPathNotFound},
     {"IconIsText", Files({R"(<Icon Cookie="2" Name="text.ico"/>)"}), "3: icon file 2, \"text.ico\": it holds no icon; ",
      kNoIcon},
     {"IconIsEmpty", Files({R"(<Icon Cookie="2" Name="empty.ico"/>)"}),

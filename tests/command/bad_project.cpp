@@ -14,7 +14,7 @@ namespace {
 
 constexpr const char* kOldImage = "old image";
 
-std::string StatusText(DWORD status) {
+std::string StatusText(HRESULT status) {
   char text[16];
   std::snprintf(text, sizeof text, "0x%08X", static_cast<unsigned>(status));
   return text;
@@ -52,7 +52,7 @@ HRESULT BadProjectFolder::LoadStatus() const {
   return raised ? raised->m_sc : S_OK;
 }
 
-void BadProjectFolder::ExpectExplained(const std::string& complaint, DWORD status) const {
+void BadProjectFolder::ExpectExplained(const std::string& complaint, HRESULT status) const {
   const std::string listing = Listing();
   ExpectFailure(Compile(), "console.xml:" + complaint, StatusText(status));
   ExpectFailure(Show(kProjectName), "console.xml:" + complaint, StatusText(status));
@@ -60,7 +60,7 @@ void BadProjectFolder::ExpectExplained(const std::string& complaint, DWORD statu
   EXPECT_EQ(ReadBytes(*this / kImageName), kOldImage);
 }
 
-void BadProjectFolder::ExpectRaised(DWORD status) const {
+void BadProjectFolder::ExpectRaised(HRESULT status) const {
   EXPECT_EQ(StatusText(static_cast<DWORD>(LoadStatus())), StatusText(status)) << "raised by the library";
 }
 

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "project_folder.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 
@@ -14,19 +15,10 @@ struct BadProject {
   const char* name;
   std::string text;
   const char* complaint;  ///< Behind "console.xml:".
-  DWORD status;
+  HRESULT status;
 };
 
 std::ostream& operator<<(std::ostream& out, const BadProject& bad);
-
-inline constexpr DWORD kInvalidData = 0x8007000D;
-inline constexpr DWORD kTaken = 0x800700B7;
-inline constexpr DWORD kNoNumber = 0x80020005;
-inline constexpr DWORD kNumberTooLarge = 0x8002000A;
-inline constexpr DWORD kNoSuchFile = 0x80070002;
-inline constexpr DWORD kNoSuchFolder = 0x80070003;
-inline constexpr DWORD kAccessDenied = 0x80070005;
-inline constexpr DWORD kNoIcon = 0x80070714;
 
 /// A project of one group; the group's lines begin with line 3.
 std::string InGroup(const std::string& group, std::initializer_list<std::string_view> lines);
@@ -43,9 +35,9 @@ class BadProjectFolder : public ProjectFolder {
   /// The status that the library raises for the project; 0 when it loads.
   HRESULT LoadStatus() const;
   /// Both commands refuse the project with a complaint behind "console.xml:", and nothing in the folder changes.
-  void ExpectExplained(const std::string& complaint, DWORD status) const;
+  void ExpectExplained(const std::string& complaint, HRESULT status) const;
   /// The library raises the same status, too.
-  void ExpectRaised(DWORD status) const;
+  void ExpectRaised(HRESULT status) const;
 };
 
 }  // namespace ondrel::test

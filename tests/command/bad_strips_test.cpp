@@ -11,8 +11,8 @@ namespace ondrel::test {
 namespace {
 
 /// The command refuses a definition, and old pictures stay.
-void ExpectRefused(const ProjectFolder& folder, const std::string& file, const std::string& complaint,
-                   const std::string& status) {
+void ExpectStripsRefused(const ProjectFolder& folder, const std::string& file, const std::string& complaint,
+                         const std::string& status) {
   folder.Write(kSmallName, "old small");
   folder.Write(kLargeName, "old large");
   const std::string listing = folder.Listing();
@@ -26,22 +26,24 @@ void ExpectImageRefused(const std::vector<std::string>& icons, const std::string
                         const std::string& status) {
   const ProjectFolder folder;
   folder.Write(kImageName, IconImage(icons));
-  ExpectRefused(folder, kImageName, complaint, status);
+  ExpectStripsRefused(folder, kImageName, complaint, status);
 }
 
-TEST(BadStrips, OfAMissingFile) { ExpectRefused(ProjectFolder(), "gone.xml", "there is no such file; ", "0x80070002"); }
+TEST(BadStrips, OfAMissingFile) {
+  ExpectStripsRefused(ProjectFolder(), "gone.xml", "there is no such file; ", "0x80070002");
+}
 
 TEST(BadStrips, OfAFileOfAnotherKind) {
   const ProjectFolder folder;
   folder.Write("disk.ico", SmallIconFile());
-  ExpectRefused(folder, "disk.ico", "it is neither a project file nor an object image", "archive cause 7");
+  ExpectStripsRefused(folder, "disk.ico", "it is neither a project file nor an object image", "archive cause 7");
 }
 
 TEST(BadStrips, OfAProjectWithoutIcons) {
   const ProjectFolder folder;
   folder.WriteProject("<Project/>");
-  ExpectRefused(folder, kProjectName, "the project has no icon files, so there are no strips; add an Icon",
-                "0x80070714");
+  ExpectStripsRefused(folder, kProjectName, "the project has no icon files, so there are no strips; add an Icon",
+                      "0x80070714");
 }
 
 TEST(BadStrips, OfAnImageWithoutIcons) {

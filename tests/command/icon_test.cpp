@@ -12,7 +12,7 @@ namespace {
 using testing::ElementsAre;
 
 constexpr const char* kIconName = "disk.ico";
-constexpr const char* kPictureName = "disk.png";
+constexpr const char* kDiskPicture = "disk.png";
 
 /// A picture without a mask, whose alpha bytes are of every kind.
 IconPicture AlphaPicture(int size) {
@@ -32,8 +32,8 @@ CommandResult Icon(const ProjectFolder& folder) { return folder.Run({"icon", kIc
 std::string PictureOf(const std::vector<StoredImage>& images) {
   const ProjectFolder folder;
   folder.Write(kIconName, IconFileBytes(images));
-  ExpectSuccess(folder.Run({"icon", kIconName, "-o", kPictureName}));
-  return ReadBytes(folder / kPictureName);
+  ExpectSuccess(folder.Run({"icon", kIconName, "-o", kDiskPicture}));
+  return ReadBytes(folder / kDiskPicture);
 }
 
 TEST(Icon, ListsTheImagesAndWhatIsMadeOfThem) {
@@ -63,7 +63,7 @@ TEST(Icon, ListsTheImagesOfTheFirstIconOfAProgram) {
       "console.dll",
       BuildProgram(IconResources({PatternPicture(32, 32, 8), Png(AlphaPicture(256)), PatternPicture(20, 20, 4)}))
           .bytes);
-  const CommandResult result = folder.Run({"icon", "console.dll", "-o", kPictureName});
+  const CommandResult result = folder.Run({"icon", "console.dll", "-o", kDiskPicture});
   ExpectSuccess(result);
   EXPECT_EQ(result.output,
             "console.dll: program, first icon of 3 images\n"
@@ -79,7 +79,7 @@ TEST(Icon, ListsTheImagesOfTheFirstIconOfAProgram) {
             "\n"
             "disk.png: 96 x 32 pixels\n");
   EXPECT_TRUE(
-      SamePicture(LargeView(ReadBytes(folder / kPictureName)), IconView(PatternPicture(32, 32, 8), kLargeSize)));
+      SamePicture(LargeView(ReadBytes(folder / kDiskPicture)), IconView(PatternPicture(32, 32, 8), kLargeSize)));
 }
 
 TEST(Icon, OneImageMayServeBothSizes) {
@@ -131,7 +131,7 @@ TEST(Icon, APictureIsAnnouncedBelow) {
   const ProjectFolder folder;
   folder.Write(kIconName, SmallIconFile());
   const std::string facts = Icon(folder).output;
-  const CommandResult result = folder.Run({"icon", kIconName, "-o", kPictureName});
+  const CommandResult result = folder.Run({"icon", kIconName, "-o", kDiskPicture});
   ExpectSuccess(result);
   EXPECT_EQ(result.output, facts + "\ndisk.png: 96 x 32 pixels\n");
   EXPECT_EQ(folder.Listing(), "disk.ico\ndisk.png\n");
@@ -140,12 +140,12 @@ TEST(Icon, APictureIsAnnouncedBelow) {
 TEST(Icon, ThePictureSaysNothingButItsPixels) {
   const ProjectFolder folder;
   folder.Write(kIconName, SmallIconFile());
-  ExpectSuccess(folder.Run({"icon", kIconName, "-o", kPictureName}));
-  const std::string picture = ReadBytes(folder / kPictureName);
+  ExpectSuccess(folder.Run({"icon", kIconName, "-o", kDiskPicture}));
+  const std::string picture = ReadBytes(folder / kDiskPicture);
   EXPECT_EQ(HeaderText(picture), "96 x 32, 8 bits, colour type 6");
   EXPECT_THAT(ChunkNames(picture), ElementsAre("IHDR", "IDAT", "IEND"));
-  ExpectSuccess(folder.Run({"icon", kIconName, "-o", kPictureName}));
-  EXPECT_EQ(ReadBytes(folder / kPictureName), picture) << "the same again";
+  ExpectSuccess(folder.Run({"icon", kIconName, "-o", kDiskPicture}));
+  EXPECT_EQ(ReadBytes(folder / kDiskPicture), picture) << "the same again";
 }
 
 TEST(Icon, BelowTheSmallIconThePictureIsTransparent) {

@@ -9,10 +9,10 @@ namespace {
 
 const BadProject kIconsElsewhere[] = {
     {"IconOnADrive", Files({R"(<Icon Cookie="2" Path="C:\icons\a.ico"/>)"}),
-     "3: icon file 2, \"C:\\icons\\a.ico\": the drive C: cannot be reached from this system; ", kNoSuchFolder},
+     "3: icon file 2, \"C:\\icons\\a.ico\": the drive C: cannot be reached from this system; ", kPathNotFound},
     {"IconInTheNetwork", Files({R"(<Icon Cookie="2" Path="\\server\share\a.ico"/>)"}),
      "3: icon file 2, \"\\\\server\\share\\a.ico\": the network path cannot be reached from this system; ",
-     kNoSuchFolder},
+     kPathNotFound},
     {"IconIsAPipe", Files({R"(<Icon Cookie="2" Name="pipe"/>)"}), "3: icon file 2, \"pipe\": it is no regular file; ",
      kAccessDenied},
 };

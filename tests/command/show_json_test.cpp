@@ -9,7 +9,7 @@ namespace {
 
 using nlohmann::json;
 
-const std::string kProject = Lines({
+const std::string kShownAsJson = Lines({
     R"(<Project><NodeGroup>)",
     R"(<Node Cookie="9007199254740993" Name="T&#xF6;p &#x1F4BE;" Icon="-7" Type="HTML">)",
     R"(<ChildQueries><Query Tag="Disks" File="9"/><Query Tag="" File="0"/></ChildQueries>)",
@@ -59,7 +59,7 @@ const json kIconImages = {{"large", {{"width", 32}, {"height", 32}, {"bitsPixel"
 
 TEST(ShowJson, TellsEverythingOfAProject) {
   const ProjectFolder folder;
-  folder.WriteProject(kProject);
+  folder.WriteProject(kShownAsJson);
   folder.Write("icons/top.ico", SmallIconFile());
   folder.Write("a.js", "run()");
   json icon = kIconImages;
@@ -77,7 +77,7 @@ TEST(ShowJson, TellsEverythingOfAProject) {
 
 TEST(ShowJson, TellsEverythingOfAnImage) {
   const ProjectFolder folder;
-  folder.WriteProject(kProject);
+  folder.WriteProject(kShownAsJson);
   folder.Write("icons/top.ico", SmallIconFile());
   folder.Write("a.js", "run()");
   folder.Write("gone.js", "");
@@ -117,7 +117,7 @@ TEST(ShowJson, AFileOutsideTheProjectsFolderKeepsItsPath) {
 
 TEST(ShowJson, IsPlainAscii) {
   const ProjectFolder folder;
-  folder.WriteProject(kProject);
+  folder.WriteProject(kShownAsJson);
   folder.Write("icons/top.ico", SmallIconFile());
   const std::string output = folder.Run({"show", "--json", kProjectName}).output;
   const auto isPlain = [](char byte) { return byte == '\n' || (byte >= 0x20 && byte < 0x7F); };

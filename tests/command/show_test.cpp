@@ -11,7 +11,7 @@ namespace {
 using testing::HasSubstr;
 using testing::Not;
 
-const std::string kProject = Lines({
+const std::string kShownProject = Lines({
     R"(<Project><NodeGroup>)",
     R"(<Node Cookie="0" Name="Top" Icon="7" Type="List"><MenuScript File="8"/>)",
     R"(<Nodes>)",
@@ -26,8 +26,8 @@ const std::string kProject = Lines({
     R"(</FileGroup></Project>)",
 });
 
-void WriteDefinition(const ProjectFolder& folder) {
-  folder.WriteProject(kProject);
+void WriteShownDefinition(const ProjectFolder& folder) {
+  folder.WriteProject(kShownProject);
   folder.Write("icons/top.ico", SmallIconFile());
   folder.Write("a.js", "run()");
   folder.Write("b.js", "");
@@ -35,7 +35,7 @@ void WriteDefinition(const ProjectFolder& folder) {
 
 TEST(Show, DrawsAProject) {
   const ProjectFolder folder;
-  WriteDefinition(folder);
+  WriteShownDefinition(folder);
   const CommandResult result = folder.Show(kProjectName);
   ExpectSuccess(result);
   EXPECT_EQ(result.output,
@@ -61,7 +61,7 @@ TEST(Show, DrawsAProject) {
 
 TEST(Show, DrawsAnImageByCookies) {
   const ProjectFolder folder;
-  WriteDefinition(folder);
+  WriteShownDefinition(folder);
   ExpectSuccess(folder.Compile());
   const CommandResult result = folder.Show(kImageName);
   ExpectSuccess(result);

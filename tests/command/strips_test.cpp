@@ -12,7 +12,7 @@ namespace {
 using testing::ElementsAre;
 
 constexpr RgbaPixel kMagenta = {0xFF, 0, 0xFF, 0xFF};
-constexpr RgbaPixel kBlack = {0, 0, 0, 0xFF};
+constexpr RgbaPixel kBlackPixel = {0, 0, 0, 0xFF};
 
 RgbaPicture PictureIn(const ProjectFolder& folder, const char* name) { return DecodePng(ReadBytes(folder / name)); }
 
@@ -136,7 +136,7 @@ TEST(Strips, AreBlackWhereTheFirstIconHasNot32Bits) {
     const CommandResult result = RunStrips(folder, kImageName);
     ExpectSuccess(result);
     EXPECT_THAT(result.output, testing::EndsWith("large.png: 2 icons, 6 x 2 pixels\n"));
-    EXPECT_TRUE(SamePicture(PictureIn(folder, kLargeName), RgbaPicture(6, 2, kBlack))) << depth << " bits";
+    EXPECT_TRUE(SamePicture(PictureIn(folder, kLargeName), RgbaPicture(6, 2, kBlackPixel))) << depth << " bits";
     EXPECT_TRUE(SamePicture(PictureIn(folder, kSmallName), StripOf({PatternPicture(4, 1, 32), secondSmall}, kMagenta)));
   }
 }

@@ -13,8 +13,8 @@ constexpr int kMostColours[] = {2, 16, 200, kAllColours};  // a hole counts as o
 constexpr Alpha kAlphas[] = {Alpha::none, Alpha::hard, Alpha::soft};
 
 // Sizes of icons, sizes that are no multiple of what rows are padded to, and the smallest.
-constexpr const char* kSizes[] = {"16x16", "24x24", "32x32", "48x48", "64x64",  "17x33",
-                                  "33x17", "1x1",   "7x3",   "8x255", "100x99", "256x256"};
+constexpr const char* kDrawnSizes[] = {"16x16", "24x24", "32x32", "48x48", "64x64",  "17x33",
+                                       "33x17", "1x1",   "7x3",   "8x255", "100x99", "256x256"};
 
 void Append(std::vector<std::string>& arguments, const std::vector<std::string>& more) {
   arguments.insert(arguments.end(), more.begin(), more.end());
@@ -44,7 +44,7 @@ DrawnPictures::DrawnPictures() {
     for (const Alpha alpha : kAlphas) {
       const std::string kind = std::to_string(m_kinds.size());
       std::vector<std::string> arguments = kSeed;
-      for (const char* const size : kSizes) Append(arguments, Drawing(size, mostColours, alpha));
+      for (const char* const size : kDrawnSizes) Append(arguments, Drawing(size, mostColours, alpha));
       Append(arguments, {"-write", kind + ".ico", "-compress", "none", "-write", "plain-" + kind + ".ico"});
       Append(arguments, {"-depth", "8", kind + "-%d.png"});
       RunTool(kConvert, arguments, m_folder.Path());
@@ -52,7 +52,7 @@ DrawnPictures::DrawnPictures() {
       m_icons.push_back(m_folder / (kind + ".ico"));
       m_icons.push_back(m_folder / ("plain-" + kind + ".ico"));
       std::vector<std::string>& pictures = m_kinds.emplace_back();
-      for (std::size_t index = 0; index < std::size(kSizes); ++index) {
+      for (std::size_t index = 0; index < std::size(kDrawnSizes); ++index) {
         pictures.push_back(kind + "-" + std::to_string(index) + ".png");
       }
     }

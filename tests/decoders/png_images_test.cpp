@@ -13,13 +13,13 @@ namespace {
 
 namespace fs = std::filesystem;
 
-struct Size {
+struct ImageSize {
   int width;
   int height;
 };
 
 // Adam7 makes seven images of one, some of them empty in the smallest.
-constexpr Size kSizes[] = {{1, 1}, {3, 2}, {5, 9}, {16, 16}, {17, 33}, {32, 32}, {48, 48}, {256, 256}};
+constexpr ImageSize kImageSizes[] = {{1, 1}, {3, 2}, {5, 9}, {16, 16}, {17, 33}, {32, 32}, {48, 48}, {256, 256}};
 
 class PngImages : public ::testing::TestWithParam<Decoder> {};
 
@@ -33,7 +33,7 @@ TEST_P(PngImages, OfEveryFormAreTheSame) {
   for (const PngForm& form : forms) {
     icons.push_back(folder / (form.Name() + ".ico"));
     std::vector<std::string> arguments = {"--create", "--output", icons.back().string()};
-    for (const Size& size : kSizes) {
+    for (const ImageSize& size : kImageSizes) {
       const std::string name = form.Name() + "-" + std::to_string(size.width) + ".png";
       folder.Write(name, PngBytes(form, size.width, size.height, static_cast<unsigned>(icons.size())));
       arguments.push_back("--raw=" + name);
@@ -41,7 +41,9 @@ TEST_P(PngImages, OfEveryFormAreTheSame) {
     RunTool(kIcotool, arguments, folder.Path());
   }
   const ImageCounts compared = CompareWith(GetParam(), BothTheSame(icons));
-  const auto inEverySize = [](auto count) { return static_cast<int>(count) * static_cast<int>(std::size(kSizes)); };
+  const auto inEverySize = [](auto count) {
+    return static_cast<int>(count) * static_cast<int>(std::size(kImageSizes));
+  };
   const auto withGamma = std::count_if(forms.begin(), forms.end(), [](const PngForm& form) { return form.hasGamma; });
   const int leftOut = GetParam() == Decoder::imageMagick ? inEverySize(withGamma) : 0;
   EXPECT_EQ(compared.Of("PNG"), inEverySize(forms.size()) - leftOut);

@@ -10,8 +10,6 @@
 namespace ondrel::test {
 namespace {
 
-constexpr std::size_t kFileHeaderBytes = 6;
-constexpr std::size_t kEntryBytes = 16;
 constexpr std::size_t kImageHeaderBytes = 40;
 constexpr std::size_t kPaletteStart = 8;
 
@@ -54,9 +52,9 @@ Part Png(const PngPicture& picture) {
 
 GoodIconFile Assemble(const char* name, const std::vector<Part>& parts) {
   GoodIconFile file{.name = name, .bytes = {}, .needed = 0, .whole = 0, .headers = {}};
-  AddRange(file.headers, 0, kFileHeaderBytes + parts.size() * kEntryBytes);
+  AddRange(file.headers, 0, kIconFileHeaderBytes + parts.size() * kIconFileEntryBytes);
   std::vector<StoredImage> images;
-  std::size_t start = kFileHeaderBytes + parts.size() * kEntryBytes;
+  std::size_t start = kIconFileHeaderBytes + parts.size() * kIconFileEntryBytes;
   for (const Part& part : parts) {
     images.push_back(part.image);
     if (part.needed != 0) {

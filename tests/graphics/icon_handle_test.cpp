@@ -10,10 +10,8 @@
 namespace ondrel::test {
 namespace {
 
-std::string GoodFile() { return IconFileBytes({PatternPicture(32, 32, 32), PatternPicture(16, 16, 8)}); }
-
 TEST(IconHandle, BitmapsBelongToTheCallerAndOutliveTheIcon) {
-  Extraction extraction = ExtractIconsOf(GoodFile());
+  Extraction extraction = ExtractIconsOf(ThirtyTwoBitIconFile());
   ASSERT_TRUE(Succeeded(extraction));
   ICONINFO info = {};
   ASSERT_TRUE(GetIconInfo(extraction.large.get(), &info));
@@ -40,7 +38,7 @@ TEST(IconHandle, NullHandleHasNoInformationAndIsNotDestroyed) {
 TEST(IconHandle, HandlesAreCountedWhileTheyLive) {
   ASSERT_EQ(CountLiveHandles().icons, 0);
   {
-    const Extraction extraction = ExtractIconsOf(GoodFile());
+    const Extraction extraction = ExtractIconsOf(ThirtyTwoBitIconFile());
     EXPECT_EQ(CountLiveHandles().icons, 2);
     EXPECT_EQ(CountLiveHandles().bitmaps, 0);
     ReadIcon(extraction.large.get());
@@ -51,7 +49,7 @@ TEST(IconHandle, HandlesAreCountedWhileTheyLive) {
 
 TEST(IconHandle, SeveralThreadsExtractAtOnce) {
   const TemporaryFolder folder;
-  const std::filesystem::path path = folder.Write("a.ico", GoodFile());
+  const std::filesystem::path path = folder.Write("a.ico", ThirtyTwoBitIconFile());
   std::vector<std::thread> threads;
   std::vector<int> extracted(4);
   for (int& count : extracted) {

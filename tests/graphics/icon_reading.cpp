@@ -85,7 +85,7 @@ testing::AssertionResult Shows(HICON icon, int size, const IconPicture& picture)
 }
 
 testing::AssertionResult Succeeded(const Extraction& extraction) {
-  const bool isResult = extraction.result != kNoIcon && extraction.result != kFileUnreadable;
+  const bool isResult = extraction.result != kNoIconsFound && extraction.result != kFileUnreadable;
   if (isResult && extraction.large != nullptr && extraction.smallIcon != nullptr) {
     return testing::AssertionSuccess();
   }

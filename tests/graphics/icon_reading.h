@@ -47,7 +47,7 @@ Extraction ExtractIconsOf(const std::string& bytes);
 platform::UniqueIcon LargeIconOf(const IconPicture& picture);
 
 inline constexpr UINT kIconExtracted = 1;
-inline constexpr UINT kNoIcon = 0;
+inline constexpr UINT kNoIconsFound = 0;
 inline constexpr UINT kFileUnreadable = 0xFFFFFFFF;
 
 /// Whether an icon of size x size pixels shows `picture`, in its own size or scaled by nearest neighbour.
@@ -56,5 +56,11 @@ testing::AssertionResult Shows(HICON icon, int size, const IconPicture& picture)
 testing::AssertionResult Succeeded(const Extraction& extraction);
 /// Whether the call gave `result`, no icon, and this reason.
 testing::AssertionResult FailedWith(const Extraction& extraction, UINT result, DWORD error);
+
+/// Icon files with an image of 32 and one of 16 pixels.
+inline std::string ThirtyTwoBitIconFile() {
+  return IconFileBytes({PatternPicture(32, 32, 32), PatternPicture(16, 16, 8)});
+}
+inline std::string FourBitIconFile() { return IconFileBytes({PatternPicture(32, 32, 4), PatternPicture(16, 16, 4)}); }
 
 }  // namespace ondrel::test

@@ -7,6 +7,7 @@
 
 #include "support/icon_bytes.h"
 #include "support/png_pictures.h"
+#include "support/statuses.h"
 #include "support/temporary_folder.h"
 
 namespace ondrel::platform {
@@ -29,9 +30,6 @@ namespace {
 using platform::IconOffer;
 using platform::IconScan;
 using platform::ScanIcon;
-
-constexpr HRESULT kNoIconStatus = static_cast<HRESULT>(0x80070714);
-constexpr HRESULT kDamagedStatus = static_cast<HRESULT>(0x8007000D);
 
 HRESULT Scan(const std::string& bytes, IconScan& scan) {
   const TemporaryFolder folder;
@@ -82,11 +80,11 @@ TEST(IconScan, FailsAsAnExtractionDoes) {
   EXPECT_EQ(ScanIcon(Wide(folder / "gone.ico"), scan), static_cast<HRESULT>(0x80070002));
   EXPECT_EQ(ScanIcon(Wide(folder / "gone/a.ico"), scan), static_cast<HRESULT>(0x80070003));
   EXPECT_EQ(ScanIcon(Wide(folder.Path()), scan), static_cast<HRESULT>(0x80070005));
-  EXPECT_EQ(Scan("", scan), kNoIconStatus);
-  EXPECT_EQ(Scan("no icon", scan), kNoIconStatus);
-  EXPECT_EQ(Scan(IconFileBytes({}), scan), kNoIconStatus);
-  EXPECT_EQ(Scan(IconFileBytes({SolidPicture(32, 32, 32, 0)}, kCursorFileType), scan), kNoIconStatus);
-  EXPECT_EQ(Scan(IconFileBytes({SolidPicture(32, 32, 32, 0)}).substr(0, 20), scan), kDamagedStatus);
+  EXPECT_EQ(Scan("", scan), kNoIcon);
+  EXPECT_EQ(Scan("no icon", scan), kNoIcon);
+  EXPECT_EQ(Scan(IconFileBytes({}), scan), kNoIcon);
+  EXPECT_EQ(Scan(IconFileBytes({SolidPicture(32, 32, 32, 0)}, kCursorFileType), scan), kNoIcon);
+  EXPECT_EQ(Scan(IconFileBytes({SolidPicture(32, 32, 32, 0)}).substr(0, 20), scan), kInvalidData);
 }
 
 }  // namespace

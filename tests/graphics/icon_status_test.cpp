@@ -9,8 +9,6 @@
 namespace ondrel::test {
 namespace {
 
-std::string GoodFile() { return IconFileBytes({PatternPicture(32, 32, 4), PatternPicture(16, 16, 4)}); }
-
 TEST(IconStatus, MissingFile) {
   const TemporaryFolder folder;
   HICON large = nullptr;
@@ -22,14 +20,14 @@ TEST(IconStatus, MissingFile) {
 
 TEST(IconStatus, BothSeparatorsOfPathsWork) {
   const TemporaryFolder folder;
-  folder.Write("sub/a.ico", GoodFile());
+  folder.Write("sub/a.ico", FourBitIconFile());
   EXPECT_TRUE(Succeeded(ExtractIcons(folder / "sub\\a.ico")));
   EXPECT_TRUE(Succeeded(ExtractIcons(folder / "sub/a.ico")));
 }
 
 TEST(IconStatus, OneSizeMayBeLeftOut) {
   const TemporaryFolder folder;
-  const CString path = Wide(folder.Write("a.ico", GoodFile()));
+  const CString path = Wide(folder.Write("a.ico", FourBitIconFile()));
   HICON icon = nullptr;
   EXPECT_EQ(ExtractIconExW(path, 0, &icon, nullptr, 1), kIconExtracted);
   EXPECT_TRUE(Shows(icon, 32, PatternPicture(32, 32, 4)));

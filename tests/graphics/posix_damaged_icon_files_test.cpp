@@ -10,8 +10,6 @@
 namespace ondrel::test {
 namespace {
 
-constexpr std::size_t kFileHeaderBytes = 6;
-
 class PosixIconDamage : public testing::TestWithParam<GoodIconFile> {};
 
 TEST_P(PosixIconDamage, TheWholeFileGivesIcons) { EXPECT_TRUE(Succeeded(ExtractCheaplyOf(GetParam().bytes))); }
@@ -20,10 +18,10 @@ TEST_P(PosixIconDamage, EveryCutEndsInItsStatus) {
   const GoodIconFile& file = GetParam();
   CutEverywhere(file, [&](const std::filesystem::path& path, std::size_t length) {
     const Extraction extraction = ExtractCheaply(path);
-    if (length < kFileHeaderBytes) {
-      ASSERT_TRUE(FailedWith(extraction, kNoIcon, ERROR_RESOURCE_DATA_NOT_FOUND)) << length << " bytes";
+    if (length < kIconFileHeaderBytes) {
+      ASSERT_TRUE(FailedWith(extraction, kNoIconsFound, ERROR_RESOURCE_DATA_NOT_FOUND)) << length << " bytes";
     } else if (length < file.needed) {
-      ASSERT_TRUE(FailedWith(extraction, kNoIcon, ERROR_INVALID_DATA)) << length << " bytes";
+      ASSERT_TRUE(FailedWith(extraction, kNoIconsFound, ERROR_INVALID_DATA)) << length << " bytes";
     } else {
       ASSERT_TRUE(Succeeded(extraction)) << length << " bytes";
     }
@@ -34,8 +32,9 @@ TEST_P(PosixIconDamage, EveryExtremeInAHeaderEndsInAStatusOrInIcons) {
   int failures = 0;
   SetHeaderBytesToExtremes(GetParam(), [&](const std::filesystem::path& path, std::size_t place, unsigned value) {
     const Extraction extraction = ExtractCheaply(path);
-    if (place < kFileHeaderBytes && extraction.error == ERROR_RESOURCE_DATA_NOT_FOUND) {
-      ASSERT_TRUE(FailedWith(extraction, kNoIcon, ERROR_RESOURCE_DATA_NOT_FOUND)) << "byte " << place << ": " << value;
+    if (place < kIconFileHeaderBytes && extraction.error == ERROR_RESOURCE_DATA_NOT_FOUND) {
+      ASSERT_TRUE(FailedWith(extraction, kNoIconsFound, ERROR_RESOURCE_DATA_NOT_FOUND))
+          << "byte " << place << ": " << value;
     } else {
       ASSERT_TRUE(EndedWell(extraction)) << "byte " << place << " set to " << value;
     }

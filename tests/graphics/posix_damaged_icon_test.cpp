@@ -8,9 +8,6 @@
 namespace ondrel::test {
 namespace {
 
-constexpr std::size_t kFileHeaderBytes = 6;
-constexpr std::size_t kEntryBytes = 16;
-
 // Where an image's header keeps its fields.
 constexpr std::size_t kHeaderSize = 0;
 constexpr std::size_t kWidth = 4;
@@ -44,7 +41,7 @@ TEST(PosixDamagedIcon, FieldsOfTheImageHeaderThatCannotBe) {
                         Case{"bit fields", kCompression, 3, 4}}) {
     std::string image = ImageBytes(PatternPicture(32, 32, 8));
     Put(image, c.offset, c.value, c.bytes);
-    EXPECT_TRUE(FailedWith(ExtractImage(image), kNoIcon, ERROR_INVALID_DATA)) << c.name;
+    EXPECT_TRUE(FailedWith(ExtractImage(image), kNoIconsFound, ERROR_INVALID_DATA)) << c.name;
   }
 }
 
@@ -53,14 +50,14 @@ TEST(PosixDamagedIcon, ClaimOfAHugeImageTakesNoMemory) {
     std::string image = ImageBytes(PatternPicture(32, 32, bits));
     Put(image, kWidth, 30000);
     Put(image, kHeight, 60000);
-    EXPECT_TRUE(FailedWith(ExtractImage(image), kNoIcon, ERROR_INVALID_DATA)) << bits << " bits";
+    EXPECT_TRUE(FailedWith(ExtractImage(image), kNoIconsFound, ERROR_INVALID_DATA)) << bits << " bits";
   }
 }
 
 TEST(PosixDamagedIcon, EntryOutsideTheFile) {
   const std::string file = IconFileBytes({PatternPicture(32, 32, 8)});
-  constexpr std::size_t kLength = kFileHeaderBytes + 8;
-  constexpr std::size_t kOffset = kFileHeaderBytes + 12;
+  constexpr std::size_t kLength = kIconFileHeaderBytes + 8;
+  constexpr std::size_t kOffset = kIconFileHeaderBytes + 12;
   struct Case {
     const char* name;
     std::uint32_t offset;
@@ -73,14 +70,14 @@ TEST(PosixDamagedIcon, EntryOutsideTheFile) {
     std::string damaged = file;
     Put(damaged, kOffset, c.offset);
     Put(damaged, kLength, c.length);
-    EXPECT_TRUE(FailedWith(ExtractCheaplyOf(damaged), kNoIcon, ERROR_INVALID_DATA)) << c.name;
+    EXPECT_TRUE(FailedWith(ExtractCheaplyOf(damaged), kNoIconsFound, ERROR_INVALID_DATA)) << c.name;
   }
 }
 
 TEST(PosixDamagedIcon, LengthThatReachesBeyondTheFileIsCutBack) {
   const IconPicture picture = PatternPicture(32, 32, 8);
   std::string file = IconFileBytes({picture});
-  Put(file, kFileHeaderBytes + 8, 0xFFFFFFFF);
+  Put(file, kIconFileHeaderBytes + 8, 0xFFFFFFFF);
   const Extraction extraction = ExtractCheaplyOf(file);
   ASSERT_TRUE(Succeeded(extraction));
   EXPECT_TRUE(Shows(extraction.large.get(), 32, picture));
@@ -90,11 +87,11 @@ TEST(PosixDamagedIcon, LengthThatReachesBeyondTheFileIsCutBack) {
 std::string FileOfManyEntries(std::size_t count, const IconPicture& picture) {
   std::string file = IconFileBytes({picture});
   Put(file, 4, static_cast<std::uint32_t>(count), 2);
-  std::string entry = file.substr(kFileHeaderBytes, kEntryBytes);
-  Put(entry, 12, static_cast<std::uint32_t>(kFileHeaderBytes + count * kEntryBytes));
+  std::string entry = file.substr(kIconFileHeaderBytes, kIconFileEntryBytes);
+  Put(entry, 12, static_cast<std::uint32_t>(kIconFileHeaderBytes + count * kIconFileEntryBytes));
   std::string directory;
   for (std::size_t index = 0; index < count; ++index) directory += entry;
-  return file.replace(kFileHeaderBytes, kEntryBytes, directory);
+  return file.replace(kIconFileHeaderBytes, kIconFileEntryBytes, directory);
 }
 
 TEST(PosixDamagedIcon, MoreEntriesThanAnyFileHas) {
@@ -102,8 +99,8 @@ TEST(PosixDamagedIcon, MoreEntriesThanAnyFileHas) {
   const Extraction most = ExtractCheaplyOf(FileOfManyEntries(1024, picture));
   ASSERT_TRUE(Succeeded(most));
   EXPECT_TRUE(Shows(most.large.get(), 32, picture));
-  EXPECT_TRUE(FailedWith(ExtractCheaplyOf(FileOfManyEntries(1025, picture)), kNoIcon, ERROR_INVALID_DATA));
-  EXPECT_TRUE(FailedWith(ExtractCheaplyOf(FileOfManyEntries(0xFFFF, picture)), kNoIcon, ERROR_INVALID_DATA));
+  EXPECT_TRUE(FailedWith(ExtractCheaplyOf(FileOfManyEntries(1025, picture)), kNoIconsFound, ERROR_INVALID_DATA));
+  EXPECT_TRUE(FailedWith(ExtractCheaplyOf(FileOfManyEntries(0xFFFF, picture)), kNoIconsFound, ERROR_INVALID_DATA));
 }
 
 TEST(PosixDamagedIcon, MorePixelsThanAnyImageHas) {
@@ -112,7 +109,7 @@ TEST(PosixDamagedIcon, MorePixelsThanAnyImageHas) {
   ASSERT_TRUE(Succeeded(most));
   EXPECT_TRUE(Shows(most.large.get(), 32, picture));
   EXPECT_TRUE(
-      FailedWith(ExtractCheaplyOf(IconFileBytes({PatternPicture(1024, 1025, 1)})), kNoIcon, ERROR_INVALID_DATA));
+      FailedWith(ExtractCheaplyOf(IconFileBytes({PatternPicture(1024, 1025, 1)})), kNoIconsFound, ERROR_INVALID_DATA));
 }
 
 }  // namespace

@@ -22,7 +22,7 @@ std::string FileOf(const std::string& chunks) {
 }
 
 testing::AssertionResult IsRefused(const std::string& chunks) {
-  return FailedWith(ExtractCheaplyOf(FileOf(chunks)), kNoIcon, ERROR_INVALID_DATA);
+  return FailedWith(ExtractCheaplyOf(FileOf(chunks)), kNoIconsFound, ERROR_INVALID_DATA);
 }
 
 testing::AssertionResult IsShown(const std::string& chunks, const PngPicture& picture) {
@@ -139,7 +139,7 @@ TEST(PosixDamagedPng, SignatureOrHeaderAlone) {
   for (const std::size_t length : {8U, 9U, 16U, 19U, 20U, 23U, 24U, 32U, 33U}) {
     const std::string png = (PngSignature() + HeaderOf(Picture())).substr(0, length);
     EXPECT_TRUE(
-        FailedWith(ExtractCheaplyOf(IconFileBytes({StoredImage(32, 32, 32, png)})), kNoIcon, ERROR_INVALID_DATA))
+        FailedWith(ExtractCheaplyOf(IconFileBytes({StoredImage(32, 32, 32, png)})), kNoIconsFound, ERROR_INVALID_DATA))
         << length << " bytes";
   }
 }

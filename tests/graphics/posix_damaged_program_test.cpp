@@ -29,7 +29,7 @@ class PosixDamagedProgram : public testing::Test {
 };
 
 // In place: to write a whole file again and again would make the test wait for the disk.
-void ReplaceByte(const std::filesystem::path& path, std::size_t offset, char byte) {
+void ChangeByte(const std::filesystem::path& path, std::size_t offset, char byte) {
   std::fstream file(path, std::ios::in | std::ios::out | std::ios::binary);
   file.seekp(static_cast<std::streamoff>(offset)).put(byte);
   ASSERT_TRUE(file.flush().good()) << path;
@@ -39,7 +39,7 @@ TEST_F(PosixDamagedProgram, EveryDamageLeavesItsReason) {
   const TemporaryFolder folder;
   for (const DamagedProgram& program : DamagedPrograms()) {
     const Extraction extraction = Extract(folder.Write("a.exe", program.bytes));
-    EXPECT_TRUE(FailedWith(extraction, kNoIcon, program.error)) << program.name;
+    EXPECT_TRUE(FailedWith(extraction, kNoIconsFound, program.error)) << program.name;
   }
 }
 
@@ -56,9 +56,9 @@ TEST_F(PosixDamagedProgram, EveryTruncationEndsInItsStatus) {
       std::filesystem::resize_file(path, length);
       const Extraction extraction = Extract(path);
       if (length < kSignatureEnd) {
-        ASSERT_TRUE(FailedWith(extraction, kNoIcon, ERROR_RESOURCE_DATA_NOT_FOUND)) << length << " bytes";
+        ASSERT_TRUE(FailedWith(extraction, kNoIconsFound, ERROR_RESOURCE_DATA_NOT_FOUND)) << length << " bytes";
       } else if (length < groupEnd) {
-        ASSERT_TRUE(FailedWith(extraction, kNoIcon, ERROR_INVALID_DATA)) << length << " bytes";
+        ASSERT_TRUE(FailedWith(extraction, kNoIconsFound, ERROR_INVALID_DATA)) << length << " bytes";
       } else {
         ASSERT_TRUE(Succeeded(extraction)) << length << " bytes";
       }
@@ -82,9 +82,9 @@ TEST_F(PosixDamagedProgram, EveryByteOfHeadersAndTreeSetToAnExtremeEndsInAStatus
     int failures = 0;
     for (const std::size_t offset : offsets) {
       for (const unsigned value : {0x00U, 0x01U, 0x7FU, 0x80U, 0xFFU}) {
-        ReplaceByte(path, offset, static_cast<char>(value));
+        ChangeByte(path, offset, static_cast<char>(value));
         const Extraction extraction = Extract(path);
-        ReplaceByte(path, offset, program.bytes[offset]);
+        ChangeByte(path, offset, program.bytes[offset]);
         if (extraction.result == kIconExtracted) {
           ASSERT_TRUE(Succeeded(extraction)) << "byte " << offset << " set to " << value;
           continue;
@@ -92,7 +92,8 @@ TEST_F(PosixDamagedProgram, EveryByteOfHeadersAndTreeSetToAnExtremeEndsInAStatus
         ++failures;
         ASSERT_TRUE(extraction.error == ERROR_INVALID_DATA || extraction.error == ERROR_RESOURCE_DATA_NOT_FOUND)
             << "byte " << offset << " set to " << value << ": last error " << extraction.error;
-        ASSERT_TRUE(FailedWith(extraction, kNoIcon, extraction.error)) << "byte " << offset << " set to " << value;
+        ASSERT_TRUE(FailedWith(extraction, kNoIconsFound, extraction.error))
+            << "byte " << offset << " set to " << value;
       }
     }
     EXPECT_GT(failures, 0);

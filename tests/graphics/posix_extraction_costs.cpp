@@ -36,7 +36,7 @@ Extraction ExtractCheaplyOf(const std::string& bytes, const MostCosts& most) {
 
 testing::AssertionResult EndedWell(const Extraction& extraction) {
   return extraction.result == kIconExtracted ? Succeeded(extraction)
-                                             : FailedWith(extraction, kNoIcon, ERROR_INVALID_DATA);
+                                             : FailedWith(extraction, kNoIconsFound, ERROR_INVALID_DATA);
 }
 
 }  // namespace ondrel::test

@@ -69,12 +69,12 @@ TEST(PosixIconChoice, ImageOf256PixelsIsScaled) {
 TEST(PosixIconChoice, DamagedImageThatIsChosenIsNotReplacedByAnother) {
   const IconPicture whole = Square(48, 32, 0x111111);
   const std::string file = IconFileBytes({StoredImage(32, 32, 32, "no image"), whole});
-  EXPECT_TRUE(FailedWith(ExtractIconsOf(file), kNoIcon, ERROR_INVALID_DATA));
+  EXPECT_TRUE(FailedWith(ExtractIconsOf(file), kNoIconsFound, ERROR_INVALID_DATA));
 }
 
 TEST(PosixIconChoice, DamagedSmallImageLeavesNoLargeIconEither) {
   const std::string file = IconFileBytes({Square(32, 32, 0x111111), StoredImage(16, 16, 32, "no image")});
-  EXPECT_TRUE(FailedWith(ExtractIconsOf(file), kNoIcon, ERROR_INVALID_DATA));
+  EXPECT_TRUE(FailedWith(ExtractIconsOf(file), kNoIconsFound, ERROR_INVALID_DATA));
   EXPECT_EQ(CountLiveHandles().icons, 0);
 }
 

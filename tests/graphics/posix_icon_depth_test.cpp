@@ -23,20 +23,20 @@ TEST_P(PosixIconDepthOf, GivesColoursAndMaskInBothSizes) {
   EXPECT_TRUE(Shows(extraction.smallIcon.get(), 16, picture));
 }
 
-std::string NameOfForm(const testing::TestParamInfo<DepthSizeAndOrder>& info) {
+std::string NameOfDepth(const testing::TestParamInfo<DepthSizeAndOrder>& info) {
   const auto& [bits, size, topDown] = info.param;
   return std::to_string(bits) + "Bits" + std::to_string(size.first) + "By" + std::to_string(size.second) +
          (topDown ? "TopDown" : "BottomUp");
 }
 
 // Sizes that need no scaling, and others whose rows need padding or whose sides differ.
-INSTANTIATE_TEST_SUITE_P(AllForms, PosixIconDepthOf,
+INSTANTIATE_TEST_SUITE_P(AllDepths, PosixIconDepthOf,
                          testing::Combine(testing::Values(1, 4, 8, 16, 24, 32),
                                           testing::Values(std::pair{32, 32}, std::pair{16, 16}, std::pair{48, 48},
                                                           std::pair{33, 21}, std::pair{1, 1}, std::pair{7, 64},
                                                           std::pair{200, 3}),
                                           testing::Bool()),
-                         NameOfForm);
+                         NameOfDepth);
 
 TEST(PosixIconDepth, ColoursBeyondAShortPaletteAreBlack) {
   IconPicture picture = PatternPicture(32, 32, 8);

@@ -14,8 +14,6 @@
 namespace ondrel::test {
 namespace {
 
-std::string GoodFile() { return IconFileBytes({PatternPicture(32, 32, 32), PatternPicture(16, 16, 8)}); }
-
 TEST(PosixIconHandle, NullHandleKeepsTheReasonWhyThereIsNoIcon) {
   ICONINFO info = {};
   SetLastError(ERROR_FILE_NOT_FOUND);
@@ -32,7 +30,7 @@ TEST(PosixIconHandle, NullHandleIsNotDestroyed) {
 }
 
 TEST(PosixIconHandle, NowhereToPutTheInformation) {
-  const Extraction extraction = ExtractIconsOf(GoodFile());
+  const Extraction extraction = ExtractIconsOf(ThirtyTwoBitIconFile());
   SetLastError(ERROR_SUCCESS);
   EXPECT_FALSE(GetIconInfo(extraction.large.get(), nullptr));
   EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
@@ -48,7 +46,7 @@ struct FileToRead {
 std::vector<FileToRead> FilesToRead() {
   PngPicture interlaced = PatternPng(32, 32, PngColour::palette, 8);
   interlaced.interlaced = true;
-  return {{"Uncompressed", GoodFile(), 5},
+  return {{"Uncompressed", ThirtyTwoBitIconFile(), 5},
           {"Png", IconFileBytes({StoredPng(interlaced), StoredPng(PatternPng(16, 16, PngColour::trueColour, 16))}), 20},
           {"Program", ProgramToDamage().bytes, 10}};
 }
@@ -75,7 +73,7 @@ TEST_P(PosixIconMemory, RunningShortEndsInAStatusWhereverItStrikes) {
       EXPECT_EQ(result, kIconExtracted);
       break;
     }
-    EXPECT_EQ(result, kNoIcon) << "allocation " << failures;
+    EXPECT_EQ(result, kNoIconsFound) << "allocation " << failures;
     EXPECT_EQ(error, ERROR_OUTOFMEMORY) << "allocation " << failures;
     EXPECT_EQ(large, nullptr) << "allocation " << failures;
     EXPECT_EQ(smallIcon, nullptr) << "allocation " << failures;
@@ -90,7 +88,7 @@ INSTANTIATE_TEST_SUITE_P(Files, PosixIconMemory, testing::ValuesIn(FilesToRead()
                          [](const auto& info) { return std::string(info.param.name); });
 
 TEST(PosixIconHandle, ShortMemoryLeavesNoBitmap) {
-  const Extraction extraction = ExtractIconsOf(GoodFile());
+  const Extraction extraction = ExtractIconsOf(ThirtyTwoBitIconFile());
   ASSERT_TRUE(Succeeded(extraction));
   ICONINFO info = {};
   long failures = 0;

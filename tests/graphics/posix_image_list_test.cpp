@@ -13,11 +13,11 @@ namespace {
 
 using platform::UniqueIcon;
 
-constexpr UINT kFlags = ILC_COLOR32 | ILC_MASK;
+constexpr UINT kMaskedColour = ILC_COLOR32 | ILC_MASK;
 
 TEST(PosixImageList, AppendsIconsOneAfterTheOther) {
   CImageList list;
-  ASSERT_TRUE(list.Create(32, 32, kFlags, 0, 1));
+  ASSERT_TRUE(list.Create(32, 32, kMaskedColour, 0, 1));
   EXPECT_EQ(list.GetImageCount(), 0);
   EXPECT_EQ(ImageList_ReplaceIcon(list.GetSafeHandle(), -1, LargeIconOf(PatternPicture(32, 32, 32)).get()), 0);
   EXPECT_EQ(ImageList_ReplaceIcon(list.GetSafeHandle(), -1, LargeIconOf(PatternPicture(32, 32, 4)).get()), 1);
@@ -29,7 +29,7 @@ TEST(PosixImageList, AppendsIconsOneAfterTheOther) {
 
 TEST(PosixImageList, ReplacesTheIconAtAnIndex) {
   CImageList list;
-  ASSERT_TRUE(list.Create(32, 32, kFlags, 4, 4));
+  ASSERT_TRUE(list.Create(32, 32, kMaskedColour, 4, 4));
   ASSERT_EQ(ImageList_ReplaceIcon(list.GetSafeHandle(), -1, LargeIconOf(PatternPicture(32, 32, 32)).get()), 0);
   ASSERT_EQ(ImageList_ReplaceIcon(list.GetSafeHandle(), -1, LargeIconOf(PatternPicture(32, 32, 4)).get()), 1);
   EXPECT_EQ(ImageList_ReplaceIcon(list.GetSafeHandle(), 0, LargeIconOf(PatternPicture(32, 32, 8)).get()), 0);
@@ -42,7 +42,7 @@ TEST(PosixImageList, ScalesIconsToItsSize) {
   const IconPicture picture = PatternPicture(32, 32, 24);
   for (const int size : {16, 24, 32, 48}) {
     CImageList list;
-    ASSERT_TRUE(list.Create(size, size, kFlags, 0, 0));
+    ASSERT_TRUE(list.Create(size, size, kMaskedColour, 0, 0));
     ASSERT_EQ(ImageList_ReplaceIcon(list.GetSafeHandle(), -1, LargeIconOf(picture).get()), 0);
     EXPECT_TRUE(Shows(UniqueIcon(ImageList_GetIcon(list.GetSafeHandle(), 0, 0)).get(), size, picture)) << size;
   }
@@ -50,7 +50,7 @@ TEST(PosixImageList, ScalesIconsToItsSize) {
 
 TEST(PosixImageList, RefusesIconsAndIndicesThatAreNotThere) {
   CImageList list;
-  ASSERT_TRUE(list.Create(32, 32, kFlags, 0, 0));
+  ASSERT_TRUE(list.Create(32, 32, kMaskedColour, 0, 0));
   const UniqueIcon icon = LargeIconOf(PatternPicture(32, 32, 8));
   EXPECT_EQ(ImageList_ReplaceIcon(nullptr, -1, icon.get()), -1);
   EXPECT_EQ(ImageList_ReplaceIcon(list.GetSafeHandle(), -1, nullptr), -1);
@@ -67,19 +67,19 @@ TEST(PosixImageList, OfImpossibleSizeIsRefused) {
   for (const auto& [width, height] :
        {std::pair{0, 16}, std::pair{16, 0}, std::pair{-1, 16}, std::pair{0x7FFFFFFF, 2}}) {
     SetLastError(ERROR_SUCCESS);
-    EXPECT_EQ(ImageList_Create(width, height, kFlags, 0, 0), nullptr) << width << " x " << height;
+    EXPECT_EQ(ImageList_Create(width, height, kMaskedColour, 0, 0), nullptr) << width << " x " << height;
     EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER) << width << " x " << height;
   }
 }
 
 TEST(PosixImageList, TakesNoMemoryOnTheWordOfItsCounts) {
   CImageList list;
-  EXPECT_TRUE(list.Create(32, 32, kFlags, 0x7FFFFFFF, 0x7FFFFFFF));
+  EXPECT_TRUE(list.Create(32, 32, kMaskedColour, 0x7FFFFFFF, 0x7FFFFFFF));
 }
 
 TEST(PosixImageList, ShortMemoryLeavesItAsItWas) {
   CImageList list;
-  ASSERT_TRUE(list.Create(16, 16, kFlags, 0, 0));
+  ASSERT_TRUE(list.Create(16, 16, kMaskedColour, 0, 0));
   const UniqueIcon icon = LargeIconOf(PatternPicture(32, 32, 8));
   int index = -1;
   long failures = 0;

@@ -14,25 +14,25 @@ namespace {
 
 constexpr std::uint32_t kLongestChunk = 0x7FFFFFFF;
 
-std::string FileOf(const std::string& png) { return IconFileBytes({StoredImage(32, 32, 32, png)}); }
+std::string FileOfPng(const std::string& png) { return IconFileBytes({StoredImage(32, 32, 32, png)}); }
 
-testing::AssertionResult IsRefused(const std::string& png) {
-  return FailedWith(ExtractCheaplyOf(FileOf(png)), kNoIcon, ERROR_INVALID_DATA);
+testing::AssertionResult IsRefusedPng(const std::string& png) {
+  return FailedWith(ExtractCheaplyOf(FileOfPng(png)), kNoIconsFound, ERROR_INVALID_DATA);
 }
 
-PngPicture Picture() { return PatternPng(32, 32, PngColour::trueColourAlpha, 8); }
+PngPicture BombPicture() { return PatternPng(32, 32, PngColour::trueColourAlpha, 8); }
 
-std::string Pixels() { return PngChunk("IDAT", Deflated(PngRows(Picture()))); }
+std::string BombPixels() { return PngChunk("IDAT", Deflated(PngRows(BombPicture()))); }
 
 /// The picture with something between its header and its pixels.
 std::string WithChunks(const std::string& chunks) {
-  return PngSignature() + PngHeader(32, 32, PngColour::trueColourAlpha, 8) + chunks + Pixels() + PngEnd();
+  return PngSignature() + PngHeader(32, 32, PngColour::trueColourAlpha, 8) + chunks + BombPixels() + PngEnd();
 }
 
 testing::AssertionResult ShowsThePicture(const std::string& png, const MostCosts& most = {}) {
-  const Extraction extraction = ExtractCheaplyOf(FileOf(png), most);
+  const Extraction extraction = ExtractCheaplyOf(FileOfPng(png), most);
   if (const auto succeeded = Succeeded(extraction); !succeeded) return succeeded;
-  return Shows(extraction.large.get(), 32, Uncompressed(Picture()));
+  return Shows(extraction.large.get(), 32, Uncompressed(BombPicture()));
 }
 
 /// An image of zeros with as many pixels as there may be.
@@ -50,8 +50,8 @@ TEST(PosixPngBomb, SizesBeyondAnyImageAreRefusedUnread) {
   for (const Size& size :
        {Size{30000, 30000}, Size{1048577, 1}, Size{15, 65537}, Size{1025, 1024}, Size{kLongestChunk, kLongestChunk},
         Size{0x80000000, 1}, Size{0xFFFFFFFF, 0xFFFFFFFF}, Size{0, 32}, Size{32, 0}, Size{0x10000, 0x10000}}) {
-    EXPECT_TRUE(IsRefused(PngSignature() + PngHeader(size.width, size.height, PngColour::grey, 1) +
-                          PngChunk("IDAT", DeflatedZeros(1)) + PngEnd()))
+    EXPECT_TRUE(IsRefusedPng(PngSignature() + PngHeader(size.width, size.height, PngColour::grey, 1) +
+                             PngChunk("IDAT", DeflatedZeros(1)) + PngEnd()))
         << size.width << " x " << size.height;
   }
 }
@@ -64,7 +64,7 @@ TEST(PosixPngBomb, MostPixelsInAnyShapeAreShown) {
     for (const bool interlaced : {false, true}) {
       for (const int depth : {8, 16}) {
         const std::string png = ZeroPng(size.width, size.height, depth, interlaced);
-        EXPECT_TRUE(Succeeded(ExtractCheaplyOf(FileOf(png), {.time = kMostTimeOfLargest})))
+        EXPECT_TRUE(Succeeded(ExtractCheaplyOf(FileOfPng(png), {.time = kMostTimeOfLargest})))
             << size.width << " x " << size.height << ", " << depth << " bits" << (interlaced ? ", interlaced" : "");
       }
     }
@@ -74,20 +74,20 @@ TEST(PosixPngBomb, MostPixelsInAnyShapeAreShown) {
 TEST(PosixPngBomb, PixelsThatUnfoldIntoMuchMoreThanThePictureAreRefused) {
   const std::string start = PngSignature() + PngHeader(32, 32, PngColour::trueColourAlpha, 8);
   const std::string zeros = DeflatedZeros(8 * 1024);
-  EXPECT_TRUE(IsRefused(start + PngChunk("IDAT", zeros) + PngEnd()));
+  EXPECT_TRUE(IsRefusedPng(start + PngChunk("IDAT", zeros) + PngEnd()));
   std::string pieces;
   constexpr std::size_t kPiece = 8192;
   for (std::size_t place = 0; place < zeros.size(); place += kPiece) {
     pieces += PngChunk("IDAT", zeros.substr(place, kPiece));
   }
-  EXPECT_TRUE(IsRefused(start + pieces + PngEnd()));
+  EXPECT_TRUE(IsRefusedPng(start + pieces + PngEnd()));
 }
 
 TEST(PosixPngBomb, AFewPixelsTooManyDoNoHarm) {
   const std::string start = PngSignature() + PngHeader(32, 32, PngColour::trueColourAlpha, 8);
-  const std::string rows = PngRows(Picture()) + std::string(100'000, '\0');
+  const std::string rows = PngRows(BombPicture()) + std::string(100'000, '\0');
   EXPECT_TRUE(ShowsThePicture(start + PngChunk("IDAT", Deflated(rows)) + PngEnd()));
-  const std::string behind = Deflated(PngRows(Picture())) + std::string(1000, '\0');
+  const std::string behind = Deflated(PngRows(BombPicture())) + std::string(1000, '\0');
   EXPECT_TRUE(ShowsThePicture(start + PngChunk("IDAT", behind) + PngEnd()));
 }
 
@@ -106,7 +106,7 @@ TEST(PosixPngBomb, ChunksThatUnfoldIntoGigabytesAreSteppedOver) {
 TEST(PosixPngBomb, ChunksThatClaimMoreThanTheFileHasAreRefused) {
   for (const char* const name : {"zTXt", "iCCP", "iTXt", "tEXt", "eXIf", "sPLT", "tRNS", "PLTE", "IDAT", "teST"}) {
     for (const std::uint32_t length : {kLongestChunk, 0x80000000U, 0xFFFFFFFFU, 0x00100000U}) {
-      EXPECT_TRUE(IsRefused(WithChunks(PngChunkOf(length, name, "few bytes", 0)))) << name << ", " << length;
+      EXPECT_TRUE(IsRefusedPng(WithChunks(PngChunkOf(length, name, "few bytes", 0)))) << name << ", " << length;
     }
   }
 }
@@ -116,14 +116,14 @@ TEST(PosixPngBomb, FilesAsLongAsTheyMayBe) {
   EXPECT_TRUE(ShowsThePicture(WithChunks(PngChunk("teST", std::string(kRoom, 'x'))), {.time = kMostTimeOfLargest}));
   // With the image that takes most memory to read.
   const std::string wide = ZeroPng(1048576, 1, 16, false);
-  const std::string file = FileOf(wide.substr(0, wide.size() - PngEnd().size()) +
-                                  PngChunk("teST", std::string(kRoom - wide.size(), 'x')) + PngEnd());
+  const std::string file = FileOfPng(wide.substr(0, wide.size() - PngEnd().size()) +
+                                     PngChunk("teST", std::string(kRoom - wide.size(), 'x')) + PngEnd());
   EXPECT_TRUE(Succeeded(ExtractCheaplyOf(file, {.time = kMostTimeOfLargest})));
 }
 
 TEST(PosixPngBomb, PixelsInOneChunkForEachByteAreShown) {
   std::string pixels;
-  for (const char byte : Deflated(PngRows(Picture()))) pixels += PngChunk("IDAT", std::string(1, byte));
+  for (const char byte : Deflated(PngRows(BombPicture()))) pixels += PngChunk("IDAT", std::string(1, byte));
   EXPECT_TRUE(ShowsThePicture(PngSignature() + PngHeader(32, 32, PngColour::trueColourAlpha, 8) + pixels + PngEnd()));
 }
 
@@ -137,11 +137,11 @@ TEST(PosixPngBomb, MoreChunksThanAnyImageHasAreRefused) {
   constexpr int kMost = 16 * 1024;
   constexpr int kOthers = 3;  // header, pixels, end
   EXPECT_TRUE(ShowsThePicture(WithChunks(many("teST", kMost - kOthers))));
-  EXPECT_TRUE(IsRefused(WithChunks(many("teST", kMost - kOthers + 1))));
-  EXPECT_TRUE(IsRefused(WithChunks(many("IDAT", 100'000))));
+  EXPECT_TRUE(IsRefusedPng(WithChunks(many("teST", kMost - kOthers + 1))));
+  EXPECT_TRUE(IsRefusedPng(WithChunks(many("IDAT", 100'000))));
   const std::string start = PngSignature() + PngHeader(32, 32, PngColour::trueColourAlpha, 8);
-  EXPECT_TRUE(IsRefused(start + Pixels() + many("IDAT", 100'000) + PngEnd()));
-  EXPECT_TRUE(IsRefused(WithChunks(many("teST", 2'700'000))));
+  EXPECT_TRUE(IsRefusedPng(start + BombPixels() + many("IDAT", 100'000) + PngEnd()));
+  EXPECT_TRUE(IsRefusedPng(WithChunks(many("teST", 2'700'000))));
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ namespace {
 
 class PosixPngIconOf : public testing::TestWithParam<std::tuple<PngKind, std::pair<int, int>, bool>> {};
 
-std::string NameOfForm(const testing::TestParamInfo<PosixPngIconOf::ParamType>& info) {
+std::string NameOfPngForm(const testing::TestParamInfo<PosixPngIconOf::ParamType>& info) {
   const auto& [form, size, interlaced] = info.param;
   return form.name + std::to_string(form.depth) + "BitsOf" + std::to_string(size.first) + "By" +
          std::to_string(size.second) + (interlaced ? "Interlaced" : "");
@@ -35,7 +35,7 @@ INSTANTIATE_TEST_SUITE_P(AllForms, PosixPngIconOf,
                                           testing::Values(std::pair{32, 32}, std::pair{16, 16}, std::pair{256, 256},
                                                           std::pair{33, 21}, std::pair{1, 1}, std::pair{3, 70}),
                                           testing::Bool()),
-                         NameOfForm);
+                         NameOfPngForm);
 
 testing::AssertionResult IsShown(const PngPicture& picture) {
   const Extraction extraction = ExtractIconsOf(IconFileBytes({StoredPng(picture)}));

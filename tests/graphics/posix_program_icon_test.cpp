@@ -81,7 +81,8 @@ TEST(PosixProgramIcon, OneImageMoreThanAnyIconHasIsDamage) {
     const Extraction extraction = ExtractIconsOf(
         BuildProgram({{kIconImageType, {{1, ImageBytes(picture)}}}, {kIconGroupType, {{1, IconGroupBytes(entries)}}}})
             .bytes);
-    EXPECT_TRUE(count == 1024 ? Succeeded(extraction) : FailedWith(extraction, kNoIcon, ERROR_INVALID_DATA)) << count;
+    EXPECT_TRUE(count == 1024 ? Succeeded(extraction) : FailedWith(extraction, kNoIconsFound, ERROR_INVALID_DATA))
+        << count;
   }
 }
 
@@ -93,7 +94,8 @@ TEST(PosixProgramIcon, MoreBytesOfImagesThanAnyIconHasAreDamage) {
     const std::vector<GroupEntry> entries(count, {1, StoredImage(0, 0, 32, image)});
     const Extraction extraction = ExtractIconsOf(
         BuildProgram({{kIconImageType, {{1, image}}}, {kIconGroupType, {{1, IconGroupBytes(entries)}}}}).bytes);
-    EXPECT_TRUE(count == 124 ? Succeeded(extraction) : FailedWith(extraction, kNoIcon, ERROR_INVALID_DATA)) << count;
+    EXPECT_TRUE(count == 124 ? Succeeded(extraction) : FailedWith(extraction, kNoIconsFound, ERROR_INVALID_DATA))
+        << count;
   }
 }
 

@@ -8,13 +8,10 @@
 #include "graphics/damaged_icon_files.h"
 #include "support/live_handles.h"
 #include "support/png_bytes.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
-
-constexpr std::size_t kFileHeaderBytes = 6;
-constexpr HRESULT kInvalidData = static_cast<HRESULT>(0x8007000D);
-constexpr HRESULT kNoIconThere = static_cast<HRESULT>(0x80070714);
 
 class WindowsIconDamageOf : public testing::TestWithParam<GoodIconFile> {};
 
@@ -32,7 +29,7 @@ TEST_P(WindowsIconDamageOf, EveryCutEndsInItsStatus) {
   const GoodIconFile& file = GetParam();
   // The system would read on behind a mask that is cut: what it may choose must be whole.
   CutEverywhere(file, [&](const std::filesystem::path& path, std::size_t length) {
-    const HRESULT expected = length < kFileHeaderBytes ? kNoIconThere : length < file.whole ? kInvalidData : S_OK;
+    const HRESULT expected = length < kIconFileHeaderBytes ? kNoIcon : length < file.whole ? kInvalidData : S_OK;
     ASSERT_EQ(StatusOf(path), expected) << length << " bytes";
   });
   EXPECT_EQ(CountLiveHandles().icons, 0);
@@ -41,7 +38,7 @@ TEST_P(WindowsIconDamageOf, EveryCutEndsInItsStatus) {
 TEST_P(WindowsIconDamageOf, EveryExtremeInAHeaderEndsInAStatusOrInIcons) {
   SetHeaderBytesToExtremes(GetParam(), [&](const std::filesystem::path& path, std::size_t place, unsigned value) {
     const HRESULT status = StatusOf(path);
-    ASSERT_TRUE(status == S_OK || status == kInvalidData || (status == kNoIconThere && place < kFileHeaderBytes))
+    ASSERT_TRUE(status == S_OK || status == kInvalidData || (status == kNoIcon && place < kIconFileHeaderBytes))
         << "byte " << place << " set to " << value << ": " << std::hex << status;
   });
   EXPECT_EQ(CountLiveHandles().icons, 0);

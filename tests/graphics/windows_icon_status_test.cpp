@@ -26,7 +26,7 @@ TEST(WindowsIconStatus, FilesWithoutAUsableIconGiveNoResultOrNoHandles) {
     HICON large = nullptr;
     HICON smallIcon = nullptr;
     const UINT result = ExtractIconExW(Wide(folder.Write("a.ico", c.bytes)), 0, &large, &smallIcon, 1);
-    if (result == kNoIcon || result == kFileUnreadable) continue;  // the handles say nothing then
+    if (result == kNoIconsFound || result == kFileUnreadable) continue;  // the handles say nothing then
     EXPECT_EQ(large, nullptr) << c.name;
     EXPECT_EQ(smallIcon, nullptr) << c.name;
   }
@@ -38,7 +38,7 @@ TEST(WindowsIconStatus, AFolderGivesNoIcon) {
   HICON large = nullptr;
   HICON smallIcon = nullptr;
   const UINT result = ExtractIconExW(Wide(folder.Path()), 0, &large, &smallIcon, 1);
-  EXPECT_TRUE(result == kNoIcon || result == kFileUnreadable) << result;
+  EXPECT_TRUE(result == kNoIconsFound || result == kFileUnreadable) << result;
 }
 
 }  // namespace

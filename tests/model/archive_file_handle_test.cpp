@@ -6,6 +6,7 @@
 
 #include <ondrel/MMCArchiveFile.h>
 
+#include "model/read_up_to.h"
 #include "support/kernel_handles.h"
 #include "support/model/no_last_error.h"
 #include "support/raised_status.h"
@@ -13,12 +14,6 @@
 
 namespace ondrel::test {
 namespace {
-
-std::string ReadUpTo(CMMCArchiveFile& file, UINT count) {
-  std::string bytes(count, '.');
-  bytes.resize(file.Read(bytes.data(), count));
-  return bytes;
-}
 
 /// A handle that was open, and is not any more.
 HANDLE ClosedHandle(const TemporaryFolder& folder) {

@@ -6,13 +6,13 @@
 
 #include <ondrel/MMCArchiveFile.h>
 
+#include "model/read_up_to.h"
 #include "support/raised_status.h"
 #include "support/scripted_stream.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
-
-constexpr HRESULT kChosenFailure = static_cast<HRESULT>(0x8004ABCD);
 
 /// A stream that answers QueryInterface as it is told to, and keeps count of it.
 class AskedStream final : public CountedStream {
@@ -39,12 +39,6 @@ class AskedStream final : public CountedStream {
   int m_asked = 0;
   bool m_askedForStream = false;
 };
-
-std::string ReadUpTo(CMMCArchiveFile& file, UINT count) {
-  std::string bytes(count, '.');
-  bytes.resize(file.Read(bytes.data(), count));
-  return bytes;
-}
 
 TEST(ArchiveFileStream, IsReadInOrder) {
   ScriptedStream stream("abcdefg");

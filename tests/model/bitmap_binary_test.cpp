@@ -8,6 +8,7 @@
 #include <ondrel/MMCObjectBitmap.h>
 #include <ondrel/platform/framework.h>
 
+#include "model/bitmap_buffer.h"
 #include "support/archive_bytes.h"
 #include "support/model/hand_bytes.h"
 #include "support/print_text.h"
@@ -15,10 +16,6 @@
 
 namespace ondrel::test {
 namespace {
-
-std::string BufferOf(CMMCObjectBitmap& bitmap) {
-  return {static_cast<const char*>(bitmap.GetBuffer()), bitmap.GetBuffer() == nullptr ? 0 : bitmap.GetLength()};
-}
 
 std::string StoredBitmap(const CMMCObjectBitmap& bitmap) {
   return Stored([&](CVellum& archive) { bitmap.Serialize(archive); });

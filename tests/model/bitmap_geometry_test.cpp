@@ -12,15 +12,12 @@
 #include <ondrel/MMCObjectBitmap.h>
 #include <ondrel/platform/framework.h>
 
+#include "model/bitmap_buffer.h"
 #include "support/archive_bytes.h"
 #include "support/model/hand_bytes.h"
 
 namespace ondrel::test {
 namespace {
-
-std::string BufferOf(CMMCObjectBitmap& bitmap) {
-  return {static_cast<const char*>(bitmap.GetBuffer()), bitmap.GetBuffer() == nullptr ? 0 : bitmap.GetLength()};
-}
 
 /// Whether sizing the buffer of this geometry is refused for want of memory.
 bool ConstructIsRefused(CMMCObjectBitmap& bitmap) {

@@ -8,6 +8,7 @@
 
 #include <ondrel/MMCObjectBitmap.h>
 
+#include "model/bitmap_buffer.h"
 #include "support/archive_bytes.h"
 #include "support/model/hand_bytes.h"
 
@@ -15,10 +16,6 @@ namespace ondrel::test {
 namespace {
 
 constexpr DWORD kWhite = 0x00FFFFFF;
-
-std::string BufferOf(CMMCObjectBitmap& bitmap) {
-  return {static_cast<const char*>(bitmap.GetBuffer()), bitmap.GetBuffer() == nullptr ? 0 : bitmap.GetLength()};
-}
 
 void Fill(CMMCObjectBitmap& bitmap, const std::string& pixels) {
   ASSERT_EQ(pixels.size(), bitmap.GetLength());

@@ -12,11 +12,10 @@
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
 #include "support/print_text.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
-
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
 
 std::vector<char> Bytes(std::string_view text) { return {text.begin(), text.end()}; }
 

@@ -9,6 +9,7 @@
 
 #include <ondrel/MMCObjectSet.h>
 
+#include "model/code_file_cookie.h"
 #include "support/archive_bytes.h"
 #include "support/model/hand_bytes.h"
 #include "support/model/set_forms.h"
@@ -18,9 +19,6 @@
 
 namespace ondrel::test {
 namespace {
-
-constexpr __int64 kFile = 0x0102030405060708;
-const std::string kCookieBytes = FromHex("08 07 06 05 04 03 02 01");
 
 /// What the hook was called with, and what it does. A hook is a plain function, so this is kept for the thread.
 struct Call {
@@ -33,7 +31,8 @@ struct Call {
 };
 thread_local Call t_call;
 
-bool Hook(const WCHAR* path, CVellum& archive, CMMCObjectSet::Transform transform, CMMCObjectSet::Variables variables) {
+bool RecordingHook(const WCHAR* path, CVellum& archive, CMMCObjectSet::Transform transform,
+                   CMMCObjectSet::Variables variables) {
   t_call.paths.emplace_back(path);
   t_call.variables.push_back(variables.size());
   if (t_call.raises) throw std::domain_error("the hook refuses");
@@ -61,7 +60,7 @@ class CodeFilesHook : public testing::Test {
   }
 
   TemporaryFolder m_folder;
-  CMMCObjectSet m_set{Hook};
+  CMMCObjectSet m_set{RecordingHook};
 };
 
 TEST_F(CodeFilesHook, AHookThatWritesMakesTheSetLeaveTheFileAlone) {

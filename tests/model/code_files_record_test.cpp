@@ -10,22 +10,20 @@
 
 #include <ondrel/MMCObjectSet.h>
 
+#include "model/code_file_cookie.h"
 #include "support/archive_bytes.h"
 #include "support/model/hand_bytes.h"
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
 #include "support/print_text.h"
 #include "support/raised.h"
+#include "support/statuses.h"
 #include "support/temporary_folder.h"
 
 namespace ondrel::test {
 namespace {
 
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
-constexpr __int64 kFile = 0x0102030405060708;
-const std::string kCookieBytes = FromHex("08 07 06 05 04 03 02 01");
-
-std::vector<char> Bytes(std::string_view text) { return {text.begin(), text.end()}; }
+std::vector<char> CodeBytes(std::string_view text) { return {text.begin(), text.end()}; }
 std::string Text(const std::vector<char>& bytes) { return {bytes.begin(), bytes.end()}; }
 
 class CodeFilesRecord : public testing::Test {
@@ -118,7 +116,7 @@ TEST_F(CodeFilesRecord, WhatTheTransformRaisesPassesOn) {
 }
 
 TEST_F(CodeFilesRecord, ACookieWithoutAFileOnDiskRaisesGenericAfterTheCookieIsWritten) {
-  ASSERT_EQ(CMMCObjectSetProbe::InsertCodeFile(m_set, kFile, Bytes("in memory")), S_OK);
+  ASSERT_EQ(CMMCObjectSetProbe::InsertCodeFile(m_set, kFile, CodeBytes("in memory")), S_OK);
   CMemFile file;
   CVellum archive(&file, CArchive::store);
   archive.m_strFileName = _T("image.bin");

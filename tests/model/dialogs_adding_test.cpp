@@ -9,13 +9,12 @@
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
 #include "support/object_set_probe.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
 
 using Cookies = std::list<__int64>;
-
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
 
 TEST(DialogsAdding, ANewDialogHasItsNameTheDialogTypeAndNothingElse) {
   CMMCObjectSet set(LeaveToSet);

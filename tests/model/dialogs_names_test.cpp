@@ -8,14 +8,12 @@
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
 #include "support/object_set_probe.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
 
 using Cookies = std::list<__int64>;
-
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
-constexpr HRESULT kNotFound = static_cast<HRESULT>(0x80070490);
 
 void Rename(CMMCObjectSet& set, __int64 cookie, LPCWSTR name) {
   CMMCObjectParams record = RecordOf(set, cookie);

@@ -15,12 +15,10 @@
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
 #include "support/print_text.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
-
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
-constexpr HRESULT kFileNotFound = static_cast<HRESULT>(0x80070002);
 
 class IconFilesAdding : public testing::Test {
  protected:

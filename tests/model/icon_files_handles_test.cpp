@@ -15,14 +15,10 @@
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
 #include "support/png_bytes.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
-
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
-constexpr HRESULT kFileNotFound = static_cast<HRESULT>(0x80070002);
-constexpr HRESULT kInvalidData = static_cast<HRESULT>(0x8007000D);
-constexpr HRESULT kNoIconThere = static_cast<HRESULT>(0x80070714);
 
 void ExpectHandles(long icons, long bitmaps, const char* after) {
   const LiveHandles live = CountLiveHandles();
@@ -55,7 +51,7 @@ TEST(IconFilesHandles, NoneIsLeftWhenEverySetIsGone) {
   EXPECT_EQ(set->AddIconFile(Wide(folder / "missing.ico"), cookie), kFileNotFound);
   EXPECT_EQ(set->AddIconFile(cut, cookie), kInvalidData);
   EXPECT_EQ(set->AddIconFile(cutPng, cookie), kInvalidData);
-  EXPECT_EQ(set->AddIconFile(none, cookie), kNoIconThere);
+  EXPECT_EQ(set->AddIconFile(none, cookie), kNoIcon);
   EXPECT_EQ(set->AddIconFile(good.front(), cookie), kAlreadyExists);
   EXPECT_EQ(CMMCObjectSetProbe::InsertIconFile(*set, WriteIcon(folder, "other.ico", {PatternPicture(32, 32, 32)}),
                                                set->GetIconFiles().front()),

@@ -13,11 +13,11 @@
 #include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
 
-constexpr HRESULT kOutOfMemory = static_cast<HRESULT>(0x8007000E);
 /// More than any of these runs takes.
 constexpr long kMostAllocations = 1000;
 

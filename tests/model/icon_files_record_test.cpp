@@ -12,11 +12,11 @@
 #include "support/object_set_probe.h"
 #include "support/print_text.h"
 #include "support/raised.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
 
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
 constexpr __int64 kFile = 0x0102030405060708;
 
 std::string Record() { return FromHex("08 07 06 05 04 03 02 01") + TinyIconBytes(); }

@@ -9,8 +9,6 @@
 namespace ondrel::test {
 namespace {
 
-constexpr DWORD kDistinctKey = 0x00A1B2C3;
-
 void ExpectIndicesInCookieOrder(const TwoHundredIcons& icons) {
   int index = 0;
   for (const auto& [cookie, icon] : icons.images) EXPECT_EQ(IndexOf(icons.set, cookie), index++) << cookie;

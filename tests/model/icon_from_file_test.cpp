@@ -13,13 +13,12 @@
 #include "support/archive_bytes.h"
 #include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
 
-constexpr DWORD kKey = 0x00FF00FF;
-constexpr HRESULT kFileNotFound = static_cast<HRESULT>(0x80070002);
-constexpr HRESULT kAccessDenied = static_cast<HRESULT>(0x80070005);
+constexpr DWORD kIconKey = 0x00FF00FF;
 
 void ExpectPicture(const CMMCObjectIcon& icon, bool large, const IconPicture& picture) {
   const tagBITMAP& geometry = icon.GetColourBitmap(large);
@@ -32,8 +31,8 @@ void ExpectPicture(const CMMCObjectIcon& icon, bool large, const IconPicture& pi
   EXPECT_NE(geometry.bmBits, nullptr);
   for (int y = 0; y < picture.height; ++y) {
     for (int x = 0; x < picture.width; ++x) {
-      const DWORD expected = picture.IsTransparent(x, y) ? kKey : ColourOf(picture, x, y);
-      ASSERT_EQ(icon.GetPixel(large, x, y, kKey), expected)
+      const DWORD expected = picture.IsTransparent(x, y) ? kIconKey : ColourOf(picture, x, y);
+      ASSERT_EQ(icon.GetPixel(large, x, y, kIconKey), expected)
           << (large ? "large " : "small ") << x << ", " << y << ", " << picture.bitsPerPixel << " bits";
     }
   }

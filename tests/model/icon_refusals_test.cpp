@@ -8,13 +8,10 @@
 
 #include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
-
-constexpr HRESULT kPathNotFound = static_cast<HRESULT>(0x80070003);
-constexpr HRESULT kInvalidData = static_cast<HRESULT>(0x8007000D);
-constexpr HRESULT kNoIcon = static_cast<HRESULT>(0x80070714);
 
 TEST(IconRefusals, AMissingFolderIsToldAndLeavesTheIconEmpty) {
   const TemporaryFolder folder;

@@ -15,6 +15,8 @@ namespace ondrel::test {
 
 /// The colour that stands for transparent pixels.
 inline constexpr DWORD kKey = 0x00FF00FF;
+/// Another one, whose three channels all differ.
+inline constexpr DWORD kDistinctKey = 0x00A1B2C3;
 
 /// Loads an icon file of that cookie from the bytes of its bitmaps.
 inline void InsertRecord(CMMCObjectSet& set, __int64 cookie, const std::string& icon) {

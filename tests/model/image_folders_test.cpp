@@ -22,7 +22,7 @@ using Folders = std::map<std::string, __int64>;
 /// thread.
 thread_local std::vector<Folders> t_maps;
 
-bool Hook(const WCHAR*, CVellum& archive, CMMCObjectSet::Transform, CMMCObjectSet::Variables variables) {
+bool FolderHook(const WCHAR*, CVellum& archive, CMMCObjectSet::Transform, CMMCObjectSet::Variables variables) {
   Folders folders;
   for (const auto& [folder, value] : variables) {
     EXPECT_EQ(value.vt, VT_I8);
@@ -35,7 +35,7 @@ bool Hook(const WCHAR*, CVellum& archive, CMMCObjectSet::Transform, CMMCObjectSe
 
 /// The map of a set with these files on disk.
 Folders MapOf(const std::vector<std::pair<LPCWSTR, __int64>>& files) {
-  CMMCObjectSet set(Hook);
+  CMMCObjectSet set(FolderHook);
   for (const auto& [path, cookie] : files) {
     EXPECT_EQ(CMMCObjectSetProbe::InsertCodeFile(set, path, cookie, Unchanged), S_OK);
   }
@@ -82,7 +82,7 @@ TEST(ImageFolders, NegativeCookiesAreKeptWhole) {
 }
 
 TEST(ImageFolders, FilesInMemoryHaveNoFolder) {
-  CMMCObjectSet set(Hook);
+  CMMCObjectSet set(FolderHook);
   ASSERT_EQ(CMMCObjectSetProbe::InsertCodeFile(set, 5, {'x'}), S_OK);
   ASSERT_EQ(CMMCObjectSetProbe::InsertCodeFile(set, _T("d\\a.js"), 1, Unchanged), S_OK);
   t_maps.clear();

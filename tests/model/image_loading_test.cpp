@@ -14,13 +14,12 @@
 #include "support/object_set_probe.h"
 #include "support/print_text.h"
 #include "support/raised.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
 
 using Cookies = std::list<__int64>;
-
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
 
 /// The head of an image with so many top-level nodes.
 std::string Head(std::uint64_t topNodes) { return Long(1) + Long(1) + Count(topNodes); }

@@ -9,15 +9,12 @@
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
 #include "support/object_set_probe.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
 
 using Cookies = std::list<__int64>;
-
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
-constexpr HRESULT kNotFound = static_cast<HRESULT>(0x80070490);
-constexpr HRESULT kNotEmpty = static_cast<HRESULT>(0x800710D3);
 
 HRESULT Add(CMMCObjectSet& set, __int64 parent, __int64 cookie, LPCWSTR name = _T("")) {
   return set.AddNode(parent, cookie, MakeRecord({.cookie = cookie, .name = name}));

@@ -8,33 +8,26 @@
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
 #include "support/object_set_probe.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
 
 using Cookies = std::list<__int64>;
 
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
-constexpr HRESULT kNotFound = static_cast<HRESULT>(0x80070490);
-
-void Add(CMMCObjectSet& set, __int64 parent, __int64 cookie, LPCWSTR name) {
-  ASSERT_EQ(set.AddNode(parent, cookie, MakeRecord({.cookie = cookie, .name = name})), 0);
-}
 void AddDialog(CMMCObjectSet& set, __int64 cookie, LPCWSTR name) {
   ASSERT_EQ(set.AddDialog(cookie, MakeRecord({.cookie = cookie, .name = name, .type = CMMCObjectParams::eDialog})), 0);
 }
-CString NameOf(const CMMCObjectSet& set, __int64 cookie) { return RecordOf(set, cookie).GetName(); }
-
 TEST(NodeTreeMoving, KeepsTheCookiesAndExchangesTheRecordsWithTheirSubtrees) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("parent"));
-  Add(set, 1, 10, _T("moved"));
-  Add(set, 1, 20, _T("next"));
-  Add(set, 1, 30, _T("last"));
-  Add(set, 10, 11, _T("child of moved"));
-  Add(set, 11, 12, _T("grandchild of moved"));
-  Add(set, 20, 21, _T("child of next"));
-  Add(set, 20, 22, _T("child of next, too"));
+  AddNamed(set, -1, 1, _T("parent"));
+  AddNamed(set, 1, 10, _T("moved"));
+  AddNamed(set, 1, 20, _T("next"));
+  AddNamed(set, 1, 30, _T("last"));
+  AddNamed(set, 10, 11, _T("child of moved"));
+  AddNamed(set, 11, 12, _T("grandchild of moved"));
+  AddNamed(set, 20, 21, _T("child of next"));
+  AddNamed(set, 20, 22, _T("child of next, too"));
 
   EXPECT_EQ(set.MoveNodeDown(10), 0);
 
@@ -67,10 +60,10 @@ TEST(NodeTreeMoving, CarriesEveryFieldAlong) {
 
 TEST(NodeTreeMoving, TheLastAndTheOnlyChildChangesNothing) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("only"));
-  Add(set, 1, 2, _T("first"));
-  Add(set, 1, 3, _T("last"));
-  Add(set, 2, 4, _T("cousin"));
+  AddNamed(set, -1, 1, _T("only"));
+  AddNamed(set, 1, 2, _T("first"));
+  AddNamed(set, 1, 3, _T("last"));
+  AddNamed(set, 2, 4, _T("cousin"));
   const std::string before = DescribeObjects(set);
   for (const bool modified : {false, true}) {
     CMMCObjectSetProbe::SetModifiedFlag(set, modified);
@@ -84,7 +77,7 @@ TEST(NodeTreeMoving, TheLastAndTheOnlyChildChangesNothing) {
 
 TEST(NodeTreeMoving, OfALastChildKeepsRecordsWhereTheyAre) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("only"));
+  AddNamed(set, -1, 1, _T("only"));
   CMMCObjectParams* before = nullptr;
   CMMCObjectParams* after = nullptr;
   ASSERT_TRUE(set.GetParams(1, before));
@@ -95,7 +88,7 @@ TEST(NodeTreeMoving, OfALastChildKeepsRecordsWhereTheyAre) {
 
 TEST(NodeTreeMoving, OfAnUnknownCookieIsNotFound) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("a"));
+  AddNamed(set, -1, 1, _T("a"));
   const std::string before = DescribeObjects(set);
   EXPECT_EQ(set.MoveNodeDown(2), kNotFound);
   EXPECT_EQ(set.MoveNodeDown(CMMCObjectSet::RootNode), kNotFound);
@@ -107,7 +100,7 @@ TEST(NodeTreeMoving, OfADialogIsNotFound) {
   CMMCObjectSet set(LeaveToSet);
   AddDialog(set, 5, _T("a"));
   AddDialog(set, 6, _T("b"));
-  Add(set, 0, 7, _T("a node under cookie 0"));
+  AddNamed(set, 0, 7, _T("a node under cookie 0"));
   const std::string before = DescribeObjects(set);
   EXPECT_EQ(set.MoveNodeDown(5), kNotFound);
   EXPECT_EQ(DescribeObjects(set), before);
@@ -116,7 +109,8 @@ TEST(NodeTreeMoving, OfADialogIsNotFound) {
 
 TEST(NodeTreeMoving, MovesDownWhileItIsCalledWithTheNewCookie) {
   CMMCObjectSet set(LeaveToSet);
-  for (const __int64 cookie : {1, 2, 3}) Add(set, -1, cookie, cookie == 1 ? _T("a") : cookie == 2 ? _T("b") : _T("c"));
+  for (const __int64 cookie : {1, 2, 3})
+    AddNamed(set, -1, cookie, cookie == 1 ? _T("a") : cookie == 2 ? _T("b") : _T("c"));
   EXPECT_EQ(set.MoveNodeDown(1), 0);
   EXPECT_EQ(set.MoveNodeDown(2), 0);
   EXPECT_EQ(NameOf(set, 1), CString(_T("b")));
@@ -126,8 +120,8 @@ TEST(NodeTreeMoving, MovesDownWhileItIsCalledWithTheNewCookie) {
 
 TEST(NodeTreeMoving, ReachesSiblingsWithNegativeCookies) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, 4, -5, _T("not listed"));
-  Add(set, 4, 6, _T("listed"));
+  AddNamed(set, 4, -5, _T("not listed"));
+  AddNamed(set, 4, 6, _T("listed"));
   EXPECT_EQ(set.MoveNodeDown(-5), 0);
   EXPECT_EQ(NameOf(set, -5), CString(_T("listed")));
   EXPECT_EQ(NameOf(set, 6), CString(_T("not listed")));
@@ -136,8 +130,8 @@ TEST(NodeTreeMoving, ReachesSiblingsWithNegativeCookies) {
 TEST(NodeTreeMoving, KeepsANodeBelowItsOwnParentWhenSiblingsAreNested) {
   // The next sibling's child is filed under the cookie that now is the moved node's, and follows to the other.
   CMMCObjectSet set(LeaveToSet);
-  Add(set, 2, 2, _T("its own parent"));
-  Add(set, 2, 3, _T("sibling"));
+  AddNamed(set, 2, 2, _T("its own parent"));
+  AddNamed(set, 2, 3, _T("sibling"));
   EXPECT_EQ(set.MoveNodeDown(2), 0);
   EXPECT_EQ(DescribeObjects(set),
             "node (3, 2): " + Describe(RecordFields{.cookie = 2, .name = _T("sibling")}) + "\n" +
@@ -149,10 +143,10 @@ TEST(NodeTreeMoving, KeepsANodeBelowItsOwnParentWhenSiblingsAreNested) {
 
 TEST(NodeTreeMoving, FilesEveryNodeAnewUnderItsRecordsCookie) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("moved"));
-  Add(set, -1, 2, _T("next"));
-  Add(set, 2, 3, _T("child"));
-  Add(set, 3, 4, _T("grandchild"));
+  AddNamed(set, -1, 1, _T("moved"));
+  AddNamed(set, -1, 2, _T("next"));
+  AddNamed(set, 2, 3, _T("child"));
+  AddNamed(set, 3, 4, _T("grandchild"));
   const CMMCObjectParams renumbered = MakeRecord({.cookie = 30, .name = _T("renumbered")});
   set.SetParams(3, &renumbered);
   const CMMCObjectParams first = MakeRecord({.cookie = 99, .name = _T("moved")});
@@ -171,8 +165,8 @@ TEST(NodeTreeMoving, FilesEveryNodeAnewUnderItsRecordsCookie) {
 
 TEST(NodeTreeMoving, RebuildsTheDialogNamesFromTheCurrentNames) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("a"));
-  Add(set, -1, 2, _T("b"));
+  AddNamed(set, -1, 1, _T("a"));
+  AddNamed(set, -1, 2, _T("b"));
   AddDialog(set, 5, _T("old"));
   AddDialog(set, 6, _T("removed"));
   const CMMCObjectParams renamed = MakeRecord({.cookie = 5, .name = _T("new")});
@@ -190,8 +184,8 @@ TEST(NodeTreeMoving, RebuildsTheDialogNamesFromTheCurrentNames) {
 
 TEST(NodeTreeMoving, LeavesIconAndCodeFilesAlone) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("a"));
-  Add(set, -1, 2, _T("b"));
+  AddNamed(set, -1, 1, _T("a"));
+  AddNamed(set, -1, 2, _T("b"));
   ASSERT_EQ(CMMCObjectSetProbe::InsertCodeFile(set, _T("a.js"), 1, Unchanged), 0);
   ASSERT_EQ(CMMCObjectSetProbe::InsertCodeFile(set, 2, {'x'}), 0);
   ASSERT_EQ(CMMCObjectSetProbe::InsertIconFile(set, 3, CMMCObjectIcon()), 0);
@@ -218,9 +212,9 @@ void ExpectRefusedMove(CMMCObjectSet& set, __int64 cookie) {
 
 TEST(NodeTreeMovingRefused, WhenTwoDialogsHaveOneNameByNow) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("a"));
-  Add(set, -1, 2, _T("b"));
-  Add(set, 2, 3, _T("c"));
+  AddNamed(set, -1, 1, _T("a"));
+  AddNamed(set, -1, 2, _T("b"));
+  AddNamed(set, 2, 3, _T("c"));
   AddDialog(set, 5, _T("x"));
   AddDialog(set, 6, _T("y"));
   const CMMCObjectParams renamed = MakeRecord({.cookie = 6, .name = _T("x")});
@@ -231,10 +225,10 @@ TEST(NodeTreeMovingRefused, WhenTwoDialogsHaveOneNameByNow) {
 
 TEST(NodeTreeMovingRefused, WhenTwoNodesHaveOneCookieByNow) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("a"));
-  Add(set, -1, 2, _T("b"));
-  Add(set, 2, 3, _T("c"));
-  Add(set, 2, 4, _T("d"));
+  AddNamed(set, -1, 1, _T("a"));
+  AddNamed(set, -1, 2, _T("b"));
+  AddNamed(set, 2, 3, _T("c"));
+  AddNamed(set, 2, 4, _T("d"));
   const CMMCObjectParams renumbered = MakeRecord({.cookie = 3, .name = _T("d")});
   set.SetParams(4, &renumbered);
   ExpectRefusedMove(set, 1);
@@ -242,8 +236,8 @@ TEST(NodeTreeMovingRefused, WhenTwoNodesHaveOneCookieByNow) {
 
 TEST(NodeTreeMovingRefused, WhenADialogHasANodesCookieByNow) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("a"));
-  Add(set, -1, 2, _T("b"));
+  AddNamed(set, -1, 1, _T("a"));
+  AddNamed(set, -1, 2, _T("b"));
   AddDialog(set, 5, _T("x"));
   const CMMCObjectParams renumbered = MakeRecord({.cookie = 2, .name = _T("x")});
   set.SetParams(5, &renumbered);
@@ -252,8 +246,8 @@ TEST(NodeTreeMovingRefused, WhenADialogHasANodesCookieByNow) {
 
 TEST(NodeTreeMovingRefused, WhenTwoDialogsHaveOneCookieByNow) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("a"));
-  Add(set, -1, 2, _T("b"));
+  AddNamed(set, -1, 1, _T("a"));
+  AddNamed(set, -1, 2, _T("b"));
   AddDialog(set, 5, _T("x"));
   AddDialog(set, 6, _T("y"));
   const CMMCObjectParams renumbered = MakeRecord({.cookie = 5, .name = _T("y")});

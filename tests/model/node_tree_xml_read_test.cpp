@@ -11,15 +11,12 @@
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
 #include "support/object_set_probe.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
 
 using Cookies = std::list<__int64>;
-
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
-constexpr HRESULT kInvalidData = static_cast<HRESULT>(0x8007000D);
-constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x80020005);
 
 /// Reads the elements G of the document's element, as children of `parent`.
 HRESULT Read(CMMCObjectSet& set, std::string_view groups, __int64 parent = CMMCObjectSet::RootNode) {

@@ -8,15 +8,10 @@
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
 #include "support/object_set_probe.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
-
-constexpr HRESULT kNotFound = static_cast<HRESULT>(0x80070490);
-
-void Add(CMMCObjectSet& set, __int64 parent, __int64 cookie, LPCWSTR name) {
-  ASSERT_EQ(set.AddNode(parent, cookie, MakeRecord({.cookie = cookie, .name = name})), 0);
-}
 
 /// The document after the node was written below an element G, which must succeed with 0.
 std::string Written(CMMCObjectSet& set, __int64 cookie) {
@@ -33,29 +28,29 @@ std::string Head(int cookie, const std::string& name) {
 
 TEST(NodeTreeXmlWrite, ALeafHasNoContainerOfChildren) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 3, _T("leaf"));
+  AddNamed(set, -1, 3, _T("leaf"));
   EXPECT_EQ(Written(set, 3), "<G>" + Head(3, "leaf") + "</Node></G>");
   EXPECT_FALSE(set.IsModified());
 }
 
 TEST(NodeTreeXmlWrite, ANodeHoldsItsRecordAndThenItsChildrenInTheirOrder) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("top"));
-  Add(set, 1, 9, _T("third"));
-  Add(set, 1, 2, _T("first"));
-  Add(set, 1, 5, _T("second"));
+  AddNamed(set, -1, 1, _T("top"));
+  AddNamed(set, 1, 9, _T("third"));
+  AddNamed(set, 1, 2, _T("first"));
+  AddNamed(set, 1, 5, _T("second"));
   EXPECT_EQ(Written(set, 1), "<G>" + Head(1, "top") + "<Nodes>" + Head(2, "first") + "</Node>" + Head(5, "second") +
                                  "</Node>" + Head(9, "third") + "</Node></Nodes></Node></G>");
 }
 
 TEST(NodeTreeXmlWrite, SubtreesStandInTheirNodes) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("top"));
-  Add(set, 1, 2, _T("a"));
-  Add(set, 1, 3, _T("b"));
-  Add(set, 2, 4, _T("aa"));
-  Add(set, 4, 5, _T("aaa"));
-  Add(set, 3, 6, _T("ba"));
+  AddNamed(set, -1, 1, _T("top"));
+  AddNamed(set, 1, 2, _T("a"));
+  AddNamed(set, 1, 3, _T("b"));
+  AddNamed(set, 2, 4, _T("aa"));
+  AddNamed(set, 4, 5, _T("aaa"));
+  AddNamed(set, 3, 6, _T("ba"));
   EXPECT_EQ(Written(set, 1), "<G>" + Head(1, "top") + "<Nodes>" +                                         //
                                  Head(2, "a") + "<Nodes>" + Head(4, "aa") + "<Nodes>" + Head(5, "aaa") +  //
                                  "</Node></Nodes></Node></Nodes></Node>" +                                //
@@ -68,7 +63,7 @@ TEST(NodeTreeXmlWrite, SubtreesStandInTheirNodes) {
 TEST(NodeTreeXmlWrite, TheViewStandsBeforeTheChildren) {
   CMMCObjectSet set(LeaveToSet);
   ASSERT_EQ(set.AddNode(-1, 1, MakeRecord({.cookie = 1, .type = CMMCObjectParams::eHTML, .styleSheet = 8})), 0);
-  Add(set, 1, 2, _T("child"));
+  AddNamed(set, 1, 2, _T("child"));
   EXPECT_EQ(Written(set, 1), R"(<G><Node Cookie="1" Name="" Icon="0" Type="HTML"><ChildQueries/><MenuScript/>)"
                              R"(<Scripts/><StyleSheet File="8"/><RenderQueries/><Nodes>)" +
                                  Head(2, "child") + "</Node></Nodes></Node></G>");
@@ -76,15 +71,15 @@ TEST(NodeTreeXmlWrite, TheViewStandsBeforeTheChildren) {
 
 TEST(NodeTreeXmlWrite, ChildrenThatAreNotListedAreNotWritten) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("top"));
-  Add(set, 1, -2, _T("not listed"));
+  AddNamed(set, -1, 1, _T("top"));
+  AddNamed(set, 1, -2, _T("not listed"));
   EXPECT_EQ(Written(set, 1), "<G>" + Head(1, "top") + "</Node></G>");
   EXPECT_EQ(Written(set, -2), "<G>" + Head(-2, "not listed") + "</Node></G>");
 }
 
 TEST(NodeTreeXmlWrite, TheRecordIsWrittenAsItIsNowUnderWhateverCookieItIsFiled) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("old"));
+  AddNamed(set, -1, 1, _T("old"));
   const CMMCObjectParams record = MakeRecord({.cookie = 9, .name = _T("new")});
   set.SetParams(1, &record);
   EXPECT_EQ(Written(set, 1), "<G>" + Head(9, "new") + "</Node></G>");
@@ -92,8 +87,8 @@ TEST(NodeTreeXmlWrite, TheRecordIsWrittenAsItIsNowUnderWhateverCookieItIsFiled) 
 
 TEST(NodeTreeXmlWrite, GoesBehindWhatIsThere) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("a"));
-  Add(set, -1, 2, _T("b"));
+  AddNamed(set, -1, 1, _T("a"));
+  AddNamed(set, -1, 2, _T("b"));
   const CComPtr<IXMLDOMDocument> document = ParseDocument("<G><Old/></G>");
   EXPECT_EQ(CMMCObjectSetProbe::SerializeNode(set, 1, document, RootOf(document)), 0);
   EXPECT_EQ(CMMCObjectSetProbe::SerializeNode(set, 2, document, RootOf(document)), 0);
@@ -102,7 +97,7 @@ TEST(NodeTreeXmlWrite, GoesBehindWhatIsThere) {
 
 TEST(NodeTreeXmlWrite, AnUnknownCookieIsNotFoundAndWritesNothing) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("a"));
+  AddNamed(set, -1, 1, _T("a"));
   const CComPtr<IXMLDOMDocument> document = ParseDocument("<G><Old/></G>");
   EXPECT_EQ(CMMCObjectSetProbe::SerializeNode(set, 2, document, RootOf(document)), kNotFound);
   EXPECT_EQ(CMMCObjectSetProbe::SerializeNode(set, CMMCObjectSet::RootNode, document, RootOf(document)), kNotFound);
@@ -111,10 +106,10 @@ TEST(NodeTreeXmlWrite, AnUnknownCookieIsNotFoundAndWritesNothing) {
 
 TEST(NodeTreeXmlWrite, AChildThatVanishedIsNotFoundAndNothingIsWritten) {
   CMMCObjectSet set(LeaveToSet);
-  Add(set, -1, 1, _T("a"));
-  Add(set, 1, 2, _T("b"));
-  Add(set, 2, 3, _T("c"));
-  Add(set, 2, 4, _T("d"));
+  AddNamed(set, -1, 1, _T("a"));
+  AddNamed(set, 1, 2, _T("b"));
+  AddNamed(set, 2, 3, _T("c"));
+  AddNamed(set, 2, 4, _T("d"));
   const CComPtr<IXMLDOMDocument> document = ParseDocument("<G><Old/></G>");
   CMMCObjectSetProbe::ForgetObject(set, 4);
   EXPECT_EQ(CMMCObjectSetProbe::SerializeNode(set, 1, document, RootOf(document)), kNotFound);

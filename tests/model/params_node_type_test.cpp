@@ -9,18 +9,20 @@
 namespace ondrel::test {
 namespace {
 
-CString NameOf(int type) { return CMMCObjectParams::GetNodeTypeName(static_cast<CMMCObjectParams::_eTypeNode>(type)); }
+CString TypeName(int type) {
+  return CMMCObjectParams::GetNodeTypeName(static_cast<CMMCObjectParams::_eTypeNode>(type));
+}
 int TypeOf(LPCWSTR name) { return CMMCObjectParams::GetNodeType(CString(name)); }
 
 TEST(NodeType, HasItsName) {
-  EXPECT_EQ(NameOf(0), CString(_T("List")));
-  EXPECT_EQ(NameOf(1), CString(_T("HTML")));
-  EXPECT_EQ(NameOf(2), CString(_T("Dialog")));
+  EXPECT_EQ(TypeName(0), CString(_T("List")));
+  EXPECT_EQ(TypeName(1), CString(_T("HTML")));
+  EXPECT_EQ(TypeName(2), CString(_T("Dialog")));
 }
 
 TEST(NodeType, IsOopsForEveryOtherValue) {
   for (const int type : {3, 4, -1, -2147483647 - 1, 2147483647}) {
-    EXPECT_EQ(NameOf(type), CString(_T("Oops!!"))) << "type " << type;
+    EXPECT_EQ(TypeName(type), CString(_T("Oops!!"))) << "type " << type;
   }
 }
 

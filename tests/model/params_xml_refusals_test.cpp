@@ -7,13 +7,10 @@
 
 #include "support/model/documents.h"
 #include "support/model/sets.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
-
-constexpr HRESULT kInvalidData = static_cast<HRESULT>(0x8007000D);
-constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x80020005);
-constexpr HRESULT kOverflow = static_cast<HRESULT>(0x8002000A);
 
 struct Refusal {
   std::string_view xml;

@@ -9,8 +9,6 @@
 namespace ondrel::test {
 namespace {
 
-constexpr DWORD kDistinctKey = 0x00A1B2C3;
-
 TEST(IconFilesStripFiles, StripsShowPngImagesToo) {
   TwoHundredIcons icons(true);
   const Strips strips(icons.set, kDistinctKey);

@@ -31,11 +31,6 @@ std::string FileElement(int cookie, const std::string& name) {
   return "<File Cookie=\"" + std::to_string(cookie) + "\" Name=\"" + name + "\"/>";
 }
 
-CString NameOf(const CMMCObjectSet& set, __int64 cookie) {
-  CMMCObjectParams* params = nullptr;
-  return set.GetParams(cookie, params) ? params->GetName() : CString(_T("no record"));
-}
-
 class ProjectLoading : public testing::Test {
  protected:
   void Load(const std::string& inside) { LoadProject(m_set, "<Project>" + inside + "</Project>"); }

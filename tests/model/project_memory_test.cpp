@@ -19,16 +19,16 @@ namespace ondrel::test {
 namespace {
 
 /// More than any of these runs takes.
-constexpr long kMostAllocations = 100000;
+constexpr long kMostProjectAllocations = 100000;
 /// More bytes than any of these sets is stored as.
 constexpr int kRoomForAll = 1 << 16;
 
 /// Runs `call` with one allocation after the other failing, until it passes. Each failure must be told as one of
 /// memory, and must leave the set as it was. How many failed.
 template <class Call>
-long FailEachAllocation(CMMCObjectSet& set, const Call& call) {
+long FailEachProjectAllocation(CMMCObjectSet& set, const Call& call) {
   const std::string before = Observed(set);
-  for (long index = 0; index < kMostAllocations; ++index) {
+  for (long index = 0; index < kMostProjectAllocations; ++index) {
     bool told = false;
     bool failed = false;
     {
@@ -49,7 +49,7 @@ long FailEachAllocation(CMMCObjectSet& set, const Call& call) {
     EXPECT_EQ(Observed(set), before) << "allocation " << index;
   }
   ADD_FAILURE() << "there is no end of allocations";
-  return kMostAllocations;
+  return kMostProjectAllocations;
 }
 
 class ProjectMemory : public testing::Test {
@@ -85,7 +85,7 @@ TEST_F(ProjectMemory, RunningShortWhileLoadingLeavesTheSetAsItWas) {
   CMMCObjectSetProbe::SetModifiedFlag(m_set, 1);
   ASSERT_EQ(m_set.AddNewDialog(_T("Only here")), 15);
   const auto handles = CountLiveHandles();
-  const long failures = FailEachAllocation(m_set, [&] { LoadProject(m_set, bytes, m_fileName); });
+  const long failures = FailEachProjectAllocation(m_set, [&] { LoadProject(m_set, bytes, m_fileName); });
   EXPECT_GT(failures, 50);
   EXPECT_EQ(m_set.GetDialog(_T("Only here")), 0) << "in the end it was loaded";
   EXPECT_EQ(m_set.GetDialog(_T("About")), 14);
@@ -101,7 +101,7 @@ TEST_F(ProjectMemory, RunningShortWhileSavingLeavesTheSetAsItWas) {
     m_set.SerializeProjectFile(archive, nullptr);
     archive.Abort();  // so that nothing is allocated once the set has told success
   };
-  EXPECT_GT(FailEachAllocation(m_set, save), 10);
+  EXPECT_GT(FailEachProjectAllocation(m_set, save), 10);
   EXPECT_FALSE(m_set.IsModified());
 }
 
@@ -114,7 +114,7 @@ TEST_F(ProjectMemory, RunningShortWhileAnImageIsStoredLeavesTheSetAsItWas) {
     m_set.SerializeObjects(archive, 0, 1);
     archive.Abort();
   };
-  EXPECT_GT(FailEachAllocation(m_set, save), 10);
+  EXPECT_GT(FailEachProjectAllocation(m_set, save), 10);
   EXPECT_FALSE(m_set.IsModified());
 }
 

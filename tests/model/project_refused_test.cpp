@@ -18,20 +18,15 @@
 #include "support/object_set_probe.h"
 #include "support/print_text.h"
 #include "support/raised.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
 
-constexpr HRESULT kInvalidData = static_cast<HRESULT>(0x8007000D);
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
-constexpr HRESULT kTypeMismatch = static_cast<HRESULT>(0x80020005);
-constexpr HRESULT kOverflow = static_cast<HRESULT>(0x8002000A);
-constexpr HRESULT kFileNotFound = static_cast<HRESULT>(0x80070002);
-
 constexpr const char* kNode = R"(<Node Cookie="1" Name="N" Icon="0" Type="List"><MenuScript/></Node>)";
-constexpr const char* kDialog =
+constexpr const char* kDialogElement =
     R"(<Dialog Cookie="2" Name="D" Icon="0" Type="Dialog"><MenuScript/><StyleSheet/></Dialog>)";
-constexpr const char* kFile = R"(<File Cookie="3" Name="f.js"/>)";
+constexpr const char* kFileElement = R"(<File Cookie="3" Name="f.js"/>)";
 
 std::string Nodes(const std::string& inside) { return "<NodeGroup>" + inside + "</NodeGroup>"; }
 std::string Dialogs(const std::string& inside) { return "<DialogGroup>" + inside + "</DialogGroup>"; }
@@ -152,8 +147,8 @@ TEST_F(ProjectRefused, ACookieThatIsNoNumber) {
 }
 
 TEST_F(ProjectRefused, AFileThatStandsTwice) {
-  ExpectStatus(Project(Files(std::string(kFile) + R"(<File Cookie="4" Name="f.js"/>)")), kAlreadyExists);
-  ExpectStatus(Project(Files(std::string(kFile) + R"(<File Cookie="3" Name="g.js"/>)")), kAlreadyExists);
+  ExpectStatus(Project(Files(std::string(kFileElement) + R"(<File Cookie="4" Name="f.js"/>)")), kAlreadyExists);
+  ExpectStatus(Project(Files(std::string(kFileElement) + R"(<File Cookie="3" Name="g.js"/>)")), kAlreadyExists);
   const std::string icon = R"(<Icon Cookie="3" Name="icon.ico"/>)";
   ExpectStatus(Project(Files(icon + R"(<Icon Cookie="4" Name="icon.ico"/>)")), kAlreadyExists);
   WriteIcon(m_folder, "other.ico", {SolidIcon(32, 0)});
@@ -161,7 +156,7 @@ TEST_F(ProjectRefused, AFileThatStandsTwice) {
 }
 
 TEST_F(ProjectRefused, AnIconFileThatCannotBeRead) {
-  const std::string before = Nodes(kNode) + Dialogs(kDialog);
+  const std::string before = Nodes(kNode) + Dialogs(kDialogElement);
   ExpectStatus(Project(before + Files(R"(<Icon Cookie="3" Name="missing.ico"/>)")), kFileNotFound);
   ExpectStatus(Project(before + Files(R"(<Icon Cookie="4" Name="icon.ico"/><Icon Cookie="3" Name="missing.ico"/>)")),
                kFileNotFound);
@@ -193,9 +188,9 @@ TEST_F(ProjectRefused, ANodeThatStandsTwice) {
 }
 
 TEST_F(ProjectRefused, ADialogThatStandsTwice) {
-  ExpectStatus(Project(Dialogs(std::string(kDialog) + kDialog)), kAlreadyExists);
+  ExpectStatus(Project(Dialogs(std::string(kDialogElement) + kDialogElement)), kAlreadyExists);
   ExpectStatus(
-      Project(Dialogs(std::string(kDialog) +
+      Project(Dialogs(std::string(kDialogElement) +
                       R"(<Dialog Cookie="5" Name="D" Icon="0" Type="Dialog"><MenuScript/><StyleSheet/></Dialog>)")),
       kAlreadyExists);
   ExpectStatus(Project(Nodes(kNode) + Dialogs(R"(<Dialog Cookie="1" Name="D" Icon="0" Type="Dialog">)"
@@ -211,7 +206,8 @@ TEST_F(ProjectRefused, ADialogWithoutARequiredPart) {
 }
 
 TEST_F(ProjectRefused, AnEmptyFactory) {
-  RaisedByLoading<std::bad_function_call>(Project(Nodes(kNode) + Dialogs(kDialog) + Files(kFile)), nullptr);
+  RaisedByLoading<std::bad_function_call>(Project(Nodes(kNode) + Dialogs(kDialogElement) + Files(kFileElement)),
+                                          nullptr);
   // Without code files nobody asks it.
   EXPECT_NO_THROW(LoadProject(m_set, Project(Nodes(kNode)), _T("C:\\p\\project.xml"), nullptr));
 }
@@ -219,7 +215,8 @@ TEST_F(ProjectRefused, AnEmptyFactory) {
 TEST_F(ProjectRefused, WhateverTheFactoryRaises) {
   int asked = 0;
   const auto raised = RaisedByLoading<std::domain_error>(
-      Project(Nodes(kNode) + Dialogs(kDialog) + Files(std::string(kFile) + R"(<File Cookie="4" Name="g.js"/>)")),
+      Project(Nodes(kNode) + Dialogs(kDialogElement) +
+              Files(std::string(kFileElement) + R"(<File Cookie="4" Name="g.js"/>)")),
       [&](const WCHAR*) -> CMMCObjectSet::Transform {
         if (++asked % 2 == 0) throw std::domain_error("no transform for it");
         return Unchanged;
@@ -239,7 +236,7 @@ TEST_F(ProjectRefused, AFileThatCannotBeReadToItsEnd) {
 }
 
 TEST_F(ProjectRefused, ATruncatedProject) {
-  const std::string whole = Project(Nodes(kNode) + Dialogs(kDialog) + Files(kFile));
+  const std::string whole = Project(Nodes(kNode) + Dialogs(kDialogElement) + Files(kFileElement));
   for (std::size_t length = 0; length < whole.size(); ++length) ExpectStatus(whole.substr(0, length), kInvalidData);
 }
 

@@ -16,6 +16,7 @@
 #include "os/whole_console.h"
 #include "support/model/exported_function.h"
 #include "support/print_text.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
@@ -23,7 +24,6 @@ namespace {
 using platform::InterfaceId;
 
 constexpr IID kConsoleId{0x4F85EFDB, 0xD0E1, 0x498C, {0x8D, 0x4A, 0xD0, 0x10, 0xDF, 0xDD, 0x40, 0x4F}};
-constexpr HRESULT kChosenFailure = static_cast<HRESULT>(0x8004ABCD);
 
 static_assert(noexcept(ShowMessage(nullptr, nullptr, nullptr)), "scripts have nowhere to catch an exception");
 

@@ -160,8 +160,7 @@ std::string IconFileBytes(const std::vector<StoredImage>& images, std::uint16_t 
   AppendWord(bytes, type);
   AppendWord(bytes, static_cast<std::uint32_t>(images.size()));
   constexpr std::size_t kHeaderBytes = 6;
-  constexpr std::size_t kEntryBytes = 16;
-  std::size_t offset = kHeaderBytes + images.size() * kEntryBytes;
+  std::size_t offset = kHeaderBytes + images.size() * kIconFileEntryBytes;
   for (const StoredImage& image : images) {
     bytes += static_cast<char>(image.statedWidth);
     bytes += static_cast<char>(image.statedHeight);

@@ -57,6 +57,8 @@ struct StoredImage {
 
 inline constexpr std::uint16_t kIconFileType = 1;
 inline constexpr std::uint16_t kCursorFileType = 2;
+inline constexpr std::size_t kIconFileHeaderBytes = 6;
+inline constexpr std::size_t kIconFileEntryBytes = 16;  ///< Of one image in the directory.
 
 /// A whole file: header, directory, and the images in the same order without gaps.
 std::string IconFileBytes(const std::vector<StoredImage>& images, std::uint16_t type = kIconFileType);

@@ -53,4 +53,7 @@ std::string Written(IXMLDOMDocument* document, const WriterSettings& settings = 
 /// All bytes of a memory stream.
 std::string BytesOf(IStream* stream);
 
+/// Neither a declaration nor indentation.
+inline constexpr WriterSettings kPlainWriter{VARIANT_TRUE, VARIANT_TRUE, VARIANT_FALSE};
+
 }  // namespace ondrel::test

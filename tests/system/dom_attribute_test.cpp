@@ -6,8 +6,6 @@
 namespace ondrel::test {
 namespace {
 
-const WriterSettings kPlain{VARIANT_TRUE, VARIANT_TRUE, VARIANT_FALSE};
-
 TEST(DomAttribute, KeepsText) {
   const CString text = _T("a\u00E9\u20AC\U0001F4BE z");
   EXPECT_EQ(Kept(CComVariant(text)), text);
@@ -57,7 +55,7 @@ TEST(DomAttribute, StandsInTheOrderOfItsSetting) {
   const CComPtr<IXMLDOMDocument> document = Loaded("<r/>");
   const CComPtr<IXMLDOMElement> root = RootOf(document);
   for (const LPCWSTR name : {_T("Cookie"), _T("Name"), _T("Icon")}) SetAttribute(document, root, name, _T("1"));
-  EXPECT_EQ(Written(document, kPlain), "<r Cookie=\"1\" Name=\"1\" Icon=\"1\"/>");
+  EXPECT_EQ(Written(document, kPlainWriter), "<r Cookie=\"1\" Name=\"1\" Icon=\"1\"/>");
 }
 
 TEST(DomAttribute, IsReplacedByAnotherOfItsName) {

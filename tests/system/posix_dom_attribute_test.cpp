@@ -7,8 +7,6 @@
 namespace ondrel::test {
 namespace {
 
-const WriterSettings kPlain{VARIANT_TRUE, VARIANT_TRUE, VARIANT_FALSE};
-
 TEST(PosixDomAttribute, KeepsTextUnitByUnit) {
   const WCHAR odd[] = {'a', 0, 0xD800, 0x20AC, 0xDC00, 0xD83D, 0xDCBE, 0xFFFF, 1, 'z'};
   const CString text(odd, 10);
@@ -22,13 +20,13 @@ TEST(PosixDomAttribute, IsReplacedInPlace) {
   const CComPtr<IXMLDOMDocument> document = Loaded("<r/>");
   const CComPtr<IXMLDOMElement> root = RootOf(document);
   for (const LPCWSTR name : {_T("Cookie"), _T("Name"), _T("Icon")}) SetAttribute(document, root, name, _T("1"));
-  EXPECT_EQ(Written(document, kPlain), "<r Cookie=\"1\" Name=\"1\" Icon=\"1\"/>");
+  EXPECT_EQ(Written(document, kPlainWriter), "<r Cookie=\"1\" Name=\"1\" Icon=\"1\"/>");
   SetAttribute(document, root, _T("Name"), _T("2"));
-  EXPECT_EQ(Written(document, kPlain), "<r Cookie=\"1\" Name=\"2\" Icon=\"1\"/>");
+  EXPECT_EQ(Written(document, kPlainWriter), "<r Cookie=\"1\" Name=\"2\" Icon=\"1\"/>");
   SetAttribute(document, root, _T("Cookie"), _T("3"));
   SetAttribute(document, root, _T("Icon"), _T("4"));
   SetAttribute(document, root, _T("Last"), _T("5"));
-  EXPECT_EQ(Written(document, kPlain), "<r Cookie=\"3\" Name=\"2\" Icon=\"4\" Last=\"5\"/>");
+  EXPECT_EQ(Written(document, kPlainWriter), "<r Cookie=\"3\" Name=\"2\" Icon=\"4\" Last=\"5\"/>");
 }
 
 TEST(PosixDomAttribute, IsFreeAgainWhenItIsReplaced) {

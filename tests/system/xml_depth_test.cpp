@@ -6,19 +6,19 @@
 namespace ondrel::test {
 namespace {
 
-constexpr int kDepth = 200;
+constexpr int kManyLevels = 200;
 
 TEST(XmlDepth, NestedElementsAreReadWalkedAndWritten) {
   std::string text;
-  for (int level = 0; level < kDepth; ++level) text += "<n>";
-  for (int level = 0; level < kDepth; ++level) text += "</n>";
+  for (int level = 0; level < kManyLevels; ++level) text += "<n>";
+  for (int level = 0; level < kManyLevels; ++level) text += "</n>";
   const std::string again = Written(Loaded(text));
   for (const CComPtr<IXMLDOMDocument>& document : {Loaded(text), Loaded(again)}) {
     CComPtr<IXMLDOMNodeList> list;
     ASSERT_EQ(RootOf(document)->getElementsByTagName(CComBSTR(_T("n")), &list), S_OK);
     int below = 0;
     for (CComPtr<IXMLDOMNode> node; list->nextNode(&node) == S_OK;) ++below;
-    EXPECT_EQ(below, kDepth - 1);
+    EXPECT_EQ(below, kManyLevels - 1);
 
     CComPtr<IXMLDOMNode> node = static_cast<IXMLDOMNode*>(RootOf(document));
     int depth = 0;
@@ -27,7 +27,7 @@ TEST(XmlDepth, NestedElementsAreReadWalkedAndWritten) {
       status = node->selectSingleNode(CComBSTR(_T("n")), &child);
       node = child;
     }
-    EXPECT_EQ(depth, kDepth);
+    EXPECT_EQ(depth, kManyLevels);
   }
 }
 

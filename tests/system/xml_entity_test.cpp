@@ -8,6 +8,7 @@
 #include "support/small_stack.h"
 #include "support/temporary_folder.h"
 #include "system/documents.h"
+#include "system/xml_texts.h"
 
 namespace ondrel::test {
 namespace {
@@ -80,18 +81,10 @@ TEST(XmlEntities, ModestExpansionIsAccepted) {
   EXPECT_EQ(AttributeOf(RootOf(document), _T("a")).GetLength(), 100'000);
 }
 
-std::string Chain(int entities, const std::string& use) {
-  std::string text = "<!DOCTYPE r [<!ENTITY c0 'end'>";
-  for (int link = 1; link < entities; ++link) {
-    text += "<!ENTITY c" + std::to_string(link) + " '&c" + std::to_string(link - 1) + ";'>";
-  }
-  return text + "]>" + use;
-}
-
 TEST(XmlEntities, MoreThanAreAllowedAreRefusedBeforeTheyCanNest) {
   RunOnStack(kSmallStack, [] {
-    EXPECT_FALSE(IsAccepted(Chain(129, "<r/>")));
-    EXPECT_FALSE(IsAccepted(Chain(200'000, "<r a='&c199999;'>&c199999;</r>")));
+    EXPECT_FALSE(IsAccepted(EntityChain(129, "<r/>")));
+    EXPECT_FALSE(IsAccepted(EntityChain(200'000, "<r a='&c199999;'>&c199999;</r>")));
   });
 }
 

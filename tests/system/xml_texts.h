@@ -83,4 +83,13 @@ inline std::vector<NamedText> RefusedTexts() {
   return texts;
 }
 
+/// A document type of entities each of which stands for the one before it, c0 to the last, then `use`.
+inline std::string EntityChain(int entities, const std::string& use) {
+  std::string text = "<!DOCTYPE r [<!ENTITY c0 'end'>";
+  for (int link = 1; link < entities; ++link) {
+    text += "<!ENTITY c" + std::to_string(link) + " '&c" + std::to_string(link - 1) + ";'>";
+  }
+  return text + "]>" + use;
+}
+
 }  // namespace ondrel::test

@@ -14,7 +14,6 @@
 namespace ondrel::command {
 namespace {
 
-constexpr HRESULT kInvalidData = HRESULT_FROM_WIN32(ERROR_INVALID_DATA);
 constexpr UINT kReadingSize = 64 * 1024;
 constexpr std::size_t kSampleSize = 4096;                               // enough to tell the forms apart
 constexpr ULONGLONG kLargestProject = std::numeric_limits<int>::max();  // bytes; the library loads no longer text

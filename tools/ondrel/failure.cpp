@@ -86,8 +86,7 @@ std::string ExplainFileFault(const CString& path, HRESULT status) {
 }
 
 std::string ExplainIconFault(const CString& path, HRESULT status) {
-  constexpr HRESULT kDamaged = HRESULT_FROM_WIN32(ERROR_INVALID_DATA);
-  if (status == kDamaged) return "its icon is damaged; make the file anew";
+  if (status == kInvalidData) return "its icon is damaged; make the file anew";
   if (status == E_OUTOFMEMORY) return kMemoryIsShort;
   // Systems have several statuses for a file without an icon. That the file itself can be read tells it from a file
   // that cannot.

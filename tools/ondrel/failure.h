@@ -24,6 +24,9 @@ class Failure : public std::runtime_error {
   Failure(const Location& where, const std::string& explanation, const std::string& status);
 };
 
+/// Data that is missing or malformed.
+inline constexpr HRESULT kInvalidData = HRESULT_FROM_WIN32(ERROR_INVALID_DATA);
+
 std::string StatusText(HRESULT status);  ///< "0x8007000D"
 std::string CauseText(int cause);        ///< "archive cause 7"
 

@@ -8,7 +8,6 @@
 namespace ondrel::command {
 namespace {
 
-constexpr WORD kColourBits = 32;
 constexpr BYTE kOpaque = 0xFF;
 
 using Colour = std::array<BYTE, 4>;  // blue, green, red, alpha

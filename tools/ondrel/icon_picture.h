@@ -7,6 +7,9 @@
 
 namespace ondrel::command {
 
+/// Bits per pixel of images with colours to show.
+inline constexpr WORD kColourBits = 32;
+
 /// From left to right, all at the top: the large image, its mask, the small image, its mask. A mask is white where the
 /// icon is transparent and black elsewhere. An image has its stored colours, and its stored alpha when any of it is not
 /// 0; otherwise it is transparent where its mask says so. What is left is transparent. Raises the memory exception.

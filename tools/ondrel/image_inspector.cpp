@@ -14,12 +14,12 @@
 namespace ondrel::command {
 namespace {
 
-constexpr int kReadingSize = 64 * 1024;
+constexpr int kInspectionBuffer = 64 * 1024;
 constexpr const char* kBuildAnew = "; compile it anew";
 
 class ImageInspector {
  public:
-  explicit ImageInspector(CFile& file) : m_archive(&file, CArchive::load, kReadingSize) {}
+  explicit ImageInspector(CFile& file) : m_archive(&file, CArchive::load, kInspectionBuffer) {}
 
   /// The first fault; an image that ends early raises the archive's exception, and Place() says where.
   std::optional<ImageFault> Inspect();

@@ -11,7 +11,6 @@
 namespace ondrel::command {
 namespace {
 
-constexpr HRESULT kInvalidData = HRESULT_FROM_WIN32(ERROR_INVALID_DATA);
 constexpr HRESULT kAlreadyExists = HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS);
 
 const platform::XmlScanHandler::Attribute* Find(const std::vector<platform::XmlScanHandler::Attribute>& attributes,

@@ -6,6 +6,7 @@
 #include <ondrel/platform/graphics.h>
 
 #include "definition_file.h"
+#include "icon_picture.h"
 #include "output.h"
 #include "output_place.h"
 #include "picture_files.h"
@@ -14,7 +15,6 @@
 namespace ondrel::command {
 namespace {
 
-constexpr WORD kColourBits = 32;
 constexpr std::size_t kColourBytes = kColourBits / 8;
 
 // Beyond 65,536 icons of 32 x 32 pixels. An object image may claim any size for an icon, and with it for the strips.

@@ -23,7 +23,7 @@ bool IsSupportedDepth(UINT bitsPerPixel) {
   return std::find(std::begin(kDepths), std::end(kDepths), bitsPerPixel) != std::end(kDepths);
 }
 
-HBITMAP Fail(DWORD code) {
+HBITMAP NoBitmap(DWORD code) {
   SetLastError(code);
   return nullptr;
 }
@@ -31,7 +31,7 @@ HBITMAP Fail(DWORD code) {
 }  // namespace
 
 HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void* bits) {
-  if (width < 0 || height < 0) return Fail(ERROR_INVALID_PARAMETER);
+  if (width < 0 || height < 0) return NoBitmap(ERROR_INVALID_PARAMETER);
   if (width == 0 || height == 0) {
     // Windows gives a bitmap of one monochrome pixel for an empty one, whatever else it was asked for.
     width = 1;
@@ -40,16 +40,16 @@ HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, cons
     bitsPerPixel = kMonochrome;
     bits = nullptr;
   }
-  if (planes != kPlanes || !IsSupportedDepth(bitsPerPixel)) return Fail(ERROR_INVALID_PARAMETER);
+  if (planes != kPlanes || !IsSupportedDepth(bitsPerPixel)) return NoBitmap(ERROR_INVALID_PARAMETER);
   const std::size_t stride = BitmapStride(static_cast<std::size_t>(width), bitsPerPixel);
-  if (stride > kMostBytes / static_cast<std::size_t>(height)) return Fail(ERROR_INVALID_PARAMETER);
+  if (stride > kMostBytes / static_cast<std::size_t>(height)) return NoBitmap(ERROR_INVALID_PARAMETER);
   const std::size_t length = stride * static_cast<std::size_t>(height);
   try {
     const auto* const first = static_cast<const BYTE*>(bits);
     std::vector<BYTE> copy = first != nullptr ? std::vector<BYTE>(first, first + length) : std::vector<BYTE>(length);
     return new BitmapObject{width, height, static_cast<WORD>(bitsPerPixel), std::move(copy)};
   } catch (const std::bad_alloc&) {
-    return Fail(ERROR_OUTOFMEMORY);
+    return NoBitmap(ERROR_OUTOFMEMORY);
   }
 }
 

@@ -6,11 +6,9 @@
 #include <vector>
 
 #include <ondrel/platform/xml.h>
+#include "support/statuses.h"
 
 namespace ondrel::test {
-
-/// What a failing call returns. No call of the real document gives it.
-inline constexpr HRESULT kChosenFailure = static_cast<HRESULT>(0x8004ABCD);
 
 /// The calls to a document's stand-ins, and the one that fails. It outlives the stand-ins.
 class DocumentCalls {

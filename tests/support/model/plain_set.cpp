@@ -2,12 +2,10 @@
 
 #include <algorithm>
 
+#include "support/statuses.h"
+
 namespace ondrel::test {
 namespace {
-
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
-constexpr HRESULT kNotFound = static_cast<HRESULT>(0x80070490);
-constexpr HRESULT kNotEmpty = static_cast<HRESULT>(0x800710D3);
 
 std::string Key(__int64 first, __int64 second) {
   return "(" + std::to_string(first) + ", " + std::to_string(second) + ")";

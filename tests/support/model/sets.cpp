@@ -122,6 +122,12 @@ CMMCObjectParams RecordOf(const CMMCObjectSet& set, __int64 cookie) {
   return *record;
 }
 
+CString NameOf(const CMMCObjectSet& set, __int64 cookie) { return RecordOf(set, cookie).GetName(); }
+
+void AddNamed(CMMCObjectSet& set, __int64 parent, __int64 cookie, LPCWSTR name) {
+  ASSERT_EQ(set.AddNode(parent, cookie, MakeRecord({.cookie = cookie, .name = name})), 0);
+}
+
 std::string DescribeObjects(const CMMCObjectSet& set) {
   const auto& tables = CMMCObjectSetProbe::Tables(set);
   std::string text;

@@ -42,6 +42,10 @@ std::string Describe(const CString& text);
 
 /// A copy of the record that a set has under a cookie. Raises std::out_of_range when there is none.
 CMMCObjectParams RecordOf(const CMMCObjectSet& set, __int64 cookie);
+/// The name in the record that a set has under a cookie. Raises as RecordOf.
+CString NameOf(const CMMCObjectSet& set, __int64 cookie);
+/// Adds a node with nothing but a name, which must succeed.
+void AddNamed(CMMCObjectSet& set, __int64 parent, __int64 cookie, LPCWSTR name);
 
 /// The four stores of nodes and dialogs, one line for each entry: nodes and dialogs with their keys, dialog names, and
 /// where the object index says that each cookie lies. Two sets with the same text hold the same nodes and dialogs.
