@@ -9,8 +9,8 @@
 
 #include <ondrel/MMCObjectSet.h>
 
-#include "model/icon_strips.h"
 #include "support/live_handles.h"
+#include "support/model/icon_strips.h"
 #include "support/model/set_forms.h"
 
 namespace ondrel::test {

@@ -10,10 +10,10 @@
 
 #include <ondrel/MMCObjectSet.h>
 
-#include "model/icon_strips.h"
 #include "support/archive_bytes.h"
 #include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
+#include "support/model/icon_strips.h"
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
 

@@ -8,7 +8,7 @@
 #include <ondrel/platform/framework/image_list.h>
 #include <ondrel/platform/graphics.h>
 
-#include "model/hand_icons.h"
+#include "support/model/hand_icons.h"
 
 namespace ondrel::test {
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "model/icon_strips.h"
 #include "model/listed_image.h"
 #include "model/two_hundred_icons.h"
+#include "support/model/icon_strips.h"
 
 namespace ondrel::test {
 namespace {

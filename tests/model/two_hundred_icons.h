@@ -10,7 +10,7 @@
 
 #include <ondrel/MMCObjectSet.h>
 
-#include "model/hand_icons.h"
+#include "support/model/hand_icons.h"
 #include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"

@@ -6,9 +6,9 @@
 
 #include <ondrel/MMCObjectSet.h>
 
-#include "model/icon_strips.h"
 #include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
+#include "support/model/icon_strips.h"
 #include "support/model/set_forms.h"
 #include "support/windows/import_patch.h"
 

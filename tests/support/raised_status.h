@@ -1,10 +1,10 @@
 // The status that a call raises, as people know it.
 #pragma once
 
-#include <cstdio>
 #include <string>
 
 #include "support/raised.h"
+#include "support/status_text.h"
 
 #include <ondrel/platform/framework/exceptions.h>
 
@@ -14,10 +14,7 @@ namespace ondrel::test {
 template <class Call>
 std::string RaisedStatus(Call call) {
   const auto raised = Raised<COleException>(call);
-  if (!raised) return "nothing";
-  char text[sizeof "0x80004001"];
-  std::snprintf(text, sizeof text, "0x%08X", static_cast<unsigned>(raised->m_sc));
-  return text;
+  return raised ? StatusText(raised->m_sc) : "nothing";
 }
 
 }  // namespace ondrel::test

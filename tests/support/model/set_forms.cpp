@@ -1,19 +1,14 @@
 #include "support/model/set_forms.h"
 
-#include <functional>
 #include <utility>
 
 #include "support/archive_bytes.h"
+#include "support/model/digest.h"
 #include "support/model/sets.h"
 #include "support/object_set_probe.h"
 
 namespace ondrel::test {
 namespace {
-
-/// Bytes of which a message shall not show thousands.
-std::string Digest(const std::string& bytes) {
-  return std::to_string(bytes.size()) + " bytes of digest " + std::to_string(std::hash<std::string>()(bytes));
-}
 
 std::string PathOf(const CMMCObjectSet& set, __int64 cookie) {
   CString path;

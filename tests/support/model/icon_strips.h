@@ -7,9 +7,9 @@
 
 #include <ondrel/MMCObjectSet.h>
 
-#include "model/hand_icons.h"
 #include "support/archive_bytes.h"
 #include "support/model/hand_bytes.h"
+#include "support/model/hand_icons.h"
 
 namespace ondrel::test {
 
