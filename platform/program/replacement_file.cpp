@@ -29,6 +29,7 @@ ReplacementFile::ReplacementFile(const CString& path) {
   if (const DWORD code = CreateFileBeside(path, created); code != ERROR_SUCCESS) Throw(code, path);
   m_target = std::move(created.place);
   m_temporary = std::move(created.name);
+  m_open = created.file;
   try {
     Attach(created.file, path);
   } catch (...) {
@@ -45,8 +46,15 @@ ReplacementFile::~ReplacementFile() {
 void ReplacementFile::Commit() {
   try {
     Flush();
-    Close();
-    if (const DWORD code = ReplaceOsFile(m_temporary, m_target); code != ERROR_SUCCESS) Throw(code, m_strFileName);
+    DWORD code = ERROR_SUCCESS;
+    if (m_temporary.IsEmpty()) {
+      code = PlaceUnnamedFile(m_open, m_target);
+      Abort();
+    } else {
+      Close();
+      code = ReplaceOsFile(m_temporary, m_target);
+    }
+    if (code != ERROR_SUCCESS) Throw(code, m_strFileName);
   } catch (...) {
     Discard();
     throw;
@@ -61,6 +69,7 @@ bool ReplacementFile::SharesPlaceWith(const ReplacementFile& other) const {
 
 void ReplacementFile::Discard() noexcept {
   Abort();
+  if (m_temporary.IsEmpty()) return;
   try {
     RemoveOsFile(m_temporary);
   } catch (const std::bad_alloc&) {

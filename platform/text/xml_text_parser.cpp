@@ -28,6 +28,10 @@ constexpr float kLargestAmplification = 8.0F;
 // them, so a limit on the number bounds the stack: 128 levels take about 60 KiB.
 constexpr unsigned kMostEntities = 128;
 
+// Expat looks at every declared attribute of an element's name again and again: for each further declaration, for each
+// element of that name, and for each attribute of it that is no plain text. A definition declares none.
+constexpr unsigned kMostDeclaredAttributes = 128;
+
 // The text is converted piece by piece into the parser's own buffer. A piece this small stays in the cache; pieces grow
 // when a single token is longer than one, so that the parser need not look at a long token again and again.
 constexpr std::size_t kFirstBlockUnits = 32 * 1024;
@@ -40,6 +44,8 @@ constexpr char kExternalEntity[] = "an external entity is declared; nothing outs
 constexpr char kExternalDoctype[] = "an external document type is declared; nothing outside the file is opened";
 constexpr char kTooManyEntities[] = "more entities are declared than are accepted";
 constexpr char kExpansion[] = "entities expand beyond the limit";
+constexpr char kTooManyAttributes[] = "more attributes are declared than are accepted";
+constexpr char kDefaults[] = "the declared values of attributes expand beyond the limit";
 constexpr char kLoneSurrogate[] = "a half of a surrogate pair stands alone";
 
 bool IsBlank(WCHAR unit) { return unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n'; }
@@ -129,6 +135,10 @@ struct XmlTextParser::Callbacks {
                              const XML_Char*, const XML_Char*, const XML_Char*) {
     Run(user, [=](XmlTextParser& parser) { parser.DeclareEntity(value == nullptr); });
   }
+  static void XMLCALL AttributeDeclaration(void* user, const XML_Char*, const XML_Char*, const XML_Char*,
+                                           const XML_Char*, int) {
+    Run(user, [](XmlTextParser& parser) { parser.DeclareAttribute(); });
+  }
   static int XMLCALL ExternalEntity(XML_Parser, const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*) {
     return XML_STATUS_ERROR;  // never reached, since declarations are refused; should it be, nothing is opened
   }
@@ -143,6 +153,7 @@ XmlTextParser::XmlTextParser(XmlElementSink& sink) : m_sink(sink), m_parser(XML_
   XML_SetElementHandler(m_parser, Callbacks::StartElement, Callbacks::EndElement);
   XML_SetStartDoctypeDeclHandler(m_parser, Callbacks::StartDoctype);
   XML_SetEntityDeclHandler(m_parser, Callbacks::Entity);
+  XML_SetAttlistDeclHandler(m_parser, Callbacks::AttributeDeclaration);
   XML_SetSkippedEntityHandler(m_parser, Callbacks::SkippedEntity);
   XML_SetExternalEntityRefHandler(m_parser, Callbacks::ExternalEntity);
   // Without this the parser would skip internal parameter entities too, and with them the declarations they hold.
@@ -206,6 +217,8 @@ void XmlTextParser::StartElement(const char* name, const char** attributes) {
     hasPrefixes |= m_attributes.back().name.find(':') != std::string_view::npos;
   }
   ++m_depth;
+  CountDefaults();
+  if (m_stopped) return;
   if (hasPrefixes) {
     OpenPrefixes();
     if (colon != std::string_view::npos) CheckPrefix(element, colon, true);
@@ -251,7 +264,7 @@ void XmlTextParser::CheckPrefix(std::string_view name, std::size_t colon, bool i
 }
 
 bool XmlTextParser::IsPrefixDeclared(std::string_view prefix) const {
-  return prefix == "xml" || m_declarations.contains(std::string(prefix));
+  return prefix == "xml" || m_declarations.contains(prefix);
 }
 
 void XmlTextParser::ClosePrefixes() {
@@ -268,6 +281,24 @@ void XmlTextParser::DeclareEntity(bool external) {
   } else if (++m_entities > kMostEntities) {
     Refuse(kTooManyEntities);
   }
+}
+
+void XmlTextParser::DeclareAttribute() {
+  if (++m_declaredAttributes > kMostDeclaredAttributes) Refuse(kTooManyAttributes);
+}
+
+// Declared values count like the entities that they are in all but name. Expat does not count them, since it keeps each
+// only once; whoever is told of the element makes a copy.
+void XmlTextParser::CountDefaults() {
+  if (m_declaredAttributes == 0) return;
+  const auto written = static_cast<std::size_t>(XML_GetSpecifiedAttributeCount(m_parser)) / 2;
+  for (std::size_t index = written; index < m_attributes.size(); ++index) {
+    constexpr std::size_t kBlankEqualsQuotes = 4;
+    m_defaultBytes += m_attributes[index].name.size() + m_attributes[index].value.size() + kBlankEqualsQuotes;
+  }
+  if (m_defaultBytes <= kFreeExpansionBytes) return;
+  const auto textBytes = static_cast<float>(XML_GetCurrentByteIndex(m_parser));
+  if (static_cast<float>(m_defaultBytes) > kLargestAmplification * textBytes) Refuse(kDefaults);
 }
 
 void XmlTextParser::Refuse(std::string reason) {

@@ -4,15 +4,18 @@
 // declaration are allowed, as Windows allows them. Beyond what makes a document well-formed, a text is refused when
 //   - a name's prefix is not declared (xmlns:prefix) at its place, or a name is no qualified name;
 //   - it declares an external entity, general or parameter, or an external document type: nothing outside is opened;
-//   - it declares more entities, or entities expand further, than the limits in the implementation allow.
+//   - it declares more entities or more attributes, or entities and the default values of attributes expand further,
+//   than
+//     the limits in the implementation allow.
 #pragma once
 
 #include <cstdint>
 #include <exception>
+#include <functional>
+#include <map>
 #include <span>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 #include <vector>
 
 #include <ondrel/platform/types.h>
@@ -67,6 +70,8 @@ class XmlTextParser {
   void StartElement(const char* name, const char** attributes);
   void EndElement(const char* name);
   void DeclareEntity(bool external);
+  void DeclareAttribute();
+  void CountDefaults();
   void Refuse(std::string reason);
   void Stop();
   std::string ReasonOfError() const;
@@ -79,8 +84,10 @@ class XmlTextParser {
   XML_ParserStruct* m_parser;
   std::vector<XmlElementSink::Attribute> m_attributes;  // of the element that is being reported
   std::uint64_t m_depth = 0;
-  std::uint64_t m_linesBefore = 0;  // lines that were skipped before the parser's first
-  unsigned m_entities = 0;
+  std::uint64_t m_linesBefore = 0;    // lines that were skipped before the parser's first
+  unsigned m_entities = 0;            // declared so far
+  unsigned m_declaredAttributes = 0;  // likewise
+  std::uint64_t m_defaultBytes = 0;   // that default values would have taken, had they been written
   bool m_stopped = false;
   std::string m_refusal;  // the reason when it is this class that refuses, not the library
   std::uint64_t m_refusalLine = 0;
@@ -91,7 +98,7 @@ class XmlTextParser {
     std::uint64_t depth;
     std::string prefix;
   };
-  std::unordered_map<std::string, std::uint64_t> m_declarations;
+  std::map<std::string, std::uint64_t, std::less<>> m_declarations;
   std::vector<DeclaredPrefix> m_openPrefixes;
 };
 

@@ -15,7 +15,8 @@ void DrawMasked(CMMCObjectBitmap& target, LONGLONG left, const CMMCObjectIcon& i
   if (target.bmBitsPixel != kDrawnDepth || target.GetLength() == 0) return;
   const tagBITMAP& source = icon.GetColourBitmap(large);
   const LONG height = std::min(source.bmHeight, target.bmHeight);
-  const LONG width = static_cast<LONG>(std::min<LONGLONG>(source.bmWidth, target.bmWidth - left));
+  // Below 0, and far below what a LONG holds, for an icon that stands behind the target's end.
+  const LONGLONG width = std::min<LONGLONG>(source.bmWidth, target.bmWidth - left);
   for (LONG y = 0; y < height; ++y) {
     for (LONG x = 0; x < width; ++x) {
       target.SetPixel(static_cast<int>(left + x), y, icon.GetPixel(large, x, y, colour));

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include "support/posix/process.h"
+#include "support/posix/unnamed_files.h"
 #include "support/print_text.h"
 #include "support/raised.h"
 #include "support/temporary_folder.h"
@@ -108,16 +109,6 @@ TEST(PosixReplacementFile, KeepsThePermissionsOfTheOldFile) {
   }
 }
 
-TEST(PosixReplacementFile, IsAsPrivateAsTheOldFileWhileItIsWritten) {
-  const TemporaryFolder folder;
-  const fs::path path = folder.Write("image.bin", "old");
-  ASSERT_EQ(chmod(path.c_str(), 0600), 0);
-  const ReplacementFile file(Wide(path));
-  for (const auto& entry : fs::directory_iterator(folder.Path())) {
-    EXPECT_EQ(PermissionsOf(entry.path()), 0600U) << entry.path();
-  }
-}
-
 TEST(PosixReplacementFile, ANewFileHasThePermissionsOfTheMask) {
   const TemporaryFolder folder;
   const mode_t before = umask(027);
@@ -152,6 +143,95 @@ TEST(PosixReplacementFile, InAFolderWithoutPermissionIsDenied) {
   EXPECT_EQ(fault->m_cause, CFileException::accessDenied);
   EXPECT_EQ(folder.Listing(), "image.bin\n");
   EXPECT_EQ(ReadBytes(path), "old");
+}
+
+TEST(PosixReplacementFile, HasNoNameWhileItIsWritten) {
+  const TemporaryFolder folder;
+  if (!HoldsUnnamedFiles(folder.Path())) GTEST_SKIP() << "the disk of the tests holds no files without a name";
+  folder.Write("image.bin", "old");
+  ReplacementFile file(Wide(folder / "image.bin"));
+  file.Write("new", 3);
+  file.Flush();
+  EXPECT_EQ(folder.Listing(), "image.bin\n");
+}
+
+TEST(PosixReplacementFile, InAFolderRemovedMeanwhileIsABadPath) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "sub");
+  ReplacementFile file(Wide(folder / "sub/image.bin"));
+  file.Write("new", 3);
+  fs::remove_all(folder / "sub");
+  const auto fault = Raised<CFileException>([&] { file.Commit(); });
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->m_cause, CFileException::badPath);
+  EXPECT_EQ(fault->m_strFileName, Wide(folder / "sub/image.bin"));
+  EXPECT_EQ(folder.Listing(), "");
+}
+
+// Where a file needs a name from its making on, the same holds as everywhere else.
+
+TEST(PosixReplacementFile, WhereEveryFileHasANameIsWrittenBesideItsPlace) {
+  const TemporaryFolder folder;
+  fs::create_directory(folder / "sub");
+  RunWithoutUnnamedFiles([&] {
+    ASSERT_FALSE(HoldsUnnamedFiles(folder.Path()));
+    ReplacementFile file(Wide(folder / "sub/image.bin"));
+    file.Write("new", 3);
+    const std::string listing = folder.Listing();
+    EXPECT_TRUE(std::string_view(listing).starts_with("sub\nsub/.image.bin.")) << listing;
+    EXPECT_TRUE(std::string_view(listing).ends_with(".tmp\n")) << listing;
+    file.Commit();
+  });
+  EXPECT_EQ(folder.Listing(), "sub\nsub/image.bin\n");
+  EXPECT_EQ(ReadBytes(folder / "sub/image.bin"), "new");
+}
+
+TEST(PosixReplacementFile, WhereEveryFileHasANameVanishesWithoutCommit) {
+  const TemporaryFolder folder;
+  folder.Write("old.bin", "old");
+  RunWithoutUnnamedFiles([&] {
+    for (const char* const name : {"new.bin", "old.bin"}) {
+      ReplacementFile file(Wide(folder / name));
+      file.Write("new", 3);
+    }
+  });
+  EXPECT_EQ(folder.Listing(), "old.bin\n");
+  EXPECT_EQ(ReadBytes(folder / "old.bin"), "old");
+}
+
+TEST(PosixReplacementFile, WhereEveryFileHasANameKeepsThePermissionsOfTheOldFile) {
+  const TemporaryFolder folder;
+  const fs::path path = folder.Write("image.bin", "old");
+  ASSERT_EQ(chmod(path.c_str(), 0640), 0);
+  RunWithoutUnnamedFiles([&] { Replace(path, "new"); });
+  EXPECT_EQ(PermissionsOf(path), 0640U);
+  EXPECT_EQ(ReadBytes(path), "new");
+}
+
+TEST(PosixReplacementFile, WhereEveryFileHasANameIsAsPrivateAsTheOldFileWhileItIsWritten) {
+  const TemporaryFolder folder;
+  const fs::path path = folder.Write("image.bin", "old");
+  ASSERT_EQ(chmod(path.c_str(), 0600), 0);
+  RunWithoutUnnamedFiles([&] {
+    const ReplacementFile file(Wide(path));
+    const auto entries = fs::directory_iterator(folder.Path());
+    EXPECT_EQ(std::distance(begin(entries), end(entries)), 2);
+    for (const auto& entry : fs::directory_iterator(folder.Path())) {
+      EXPECT_EQ(PermissionsOf(entry.path()), 0600U) << entry.path();
+    }
+  });
+}
+
+TEST(PosixReplacementFile, WhereEveryFileHasANameAFolderWithoutPermissionIsDenied) {
+  const TemporaryFolder folder;
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0555), 0);
+  std::optional<CFileException> fault;
+  {
+    const Unprivileged user;
+    RunWithoutUnnamedFiles([&] { fault = ReplacingFault(folder / "image.bin"); });
+  }
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->m_cause, CFileException::accessDenied);
 }
 
 TEST(PosixReplacementFile, InAFolderThatMayNotBeReadIsMade) {

@@ -38,15 +38,6 @@ TEST(ReplacementFile, ReplacesWhatWasThere) {
   EXPECT_EQ(folder.Listing(), "image.bin\n");
 }
 
-TEST(ReplacementFile, IsWrittenBesideItsPlace) {
-  const TemporaryFolder folder;
-  std::filesystem::create_directory(folder / "sub");
-  const ReplacementFile file(Wide(folder / "sub/image.bin"));
-  const std::string listing = folder.Listing();
-  EXPECT_TRUE(std::string_view(listing).starts_with("sub\nsub/.image.bin.")) << listing;
-  EXPECT_TRUE(std::string_view(listing).ends_with(".tmp\n")) << listing;
-}
-
 TEST(ReplacementFile, KnowsAnotherThatIsToTakeItsPlace) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder / "sub");

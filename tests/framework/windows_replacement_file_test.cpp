@@ -1,4 +1,4 @@
-// Replacement files on Windows, where names do not differ by the case of a letter.
+// Replacement files on Windows, where names do not differ by the case of a letter and every file has one.
 #include <gtest/gtest.h>
 
 #include "support/temporary_folder.h"
@@ -9,6 +9,15 @@ namespace ondrel::test {
 namespace {
 
 using platform::ReplacementFile;
+
+TEST(WindowsReplacementFile, IsWrittenBesideItsPlace) {
+  const TemporaryFolder folder;
+  std::filesystem::create_directory(folder / "sub");
+  const ReplacementFile file(Wide(folder / "sub/image.bin"));
+  const std::string listing = folder.Listing();
+  EXPECT_TRUE(std::string_view(listing).starts_with("sub\nsub/.image.bin.")) << listing;
+  EXPECT_TRUE(std::string_view(listing).ends_with(".tmp\n")) << listing;
+}
 
 TEST(WindowsReplacementFile, KnowsItsPlaceInOtherLetters) {
   const TemporaryFolder folder;

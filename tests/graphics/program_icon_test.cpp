@@ -16,7 +16,9 @@ namespace {
 constexpr std::uint32_t kEnglish = 1033;
 constexpr std::uint32_t kGerman = 1031;
 
-FirstIcon FirstIconOf(const std::vector<ResourceType>& types) { return test::FirstIconOf(BuildProgram(types).bytes); }
+FirstIcon FirstIconOfTypes(const std::vector<ResourceType>& types) {
+  return test::FirstIconOf(BuildProgram(types).bytes);
+}
 
 /// A group of the one image that has this number, 32 x 32 pixels large.
 std::string GroupOf(std::uint16_t number) { return IconGroupBytes({{number, Square(32, 32, 0)}}); }
@@ -71,40 +73,40 @@ TEST(ProgramIcon, IsFoundWhateverTheFileIsCalled) {
 }
 
 TEST(ProgramIcon, OtherResourcesDoNotCount) {
-  const FirstIcon icon = FirstIconOf({{u"ICONS", {{1, "text"}}},
-                                      {1, {{1, "a cursor"}}},
-                                      TwoImages(),
-                                      {12, {{1, "a group of cursors"}}},
-                                      {kIconGroupType, {{1, GroupOf(2)}}},
-                                      {24, {{1, "a manifest"}}}});
+  const FirstIcon icon = FirstIconOfTypes({{u"ICONS", {{1, "text"}}},
+                                           {1, {{1, "a cursor"}}},
+                                           TwoImages(),
+                                           {12, {{1, "a group of cursors"}}},
+                                           {kIconGroupType, {{1, GroupOf(2)}}},
+                                           {24, {{1, "a manifest"}}}});
   ASSERT_TRUE(EndedWith(icon, ERROR_SUCCESS));
   EXPECT_TRUE(Shows(icon.large.get(), 32, Second()));
 }
 
 TEST(ProgramIcon, IsThatOfTheGroupWithTheLowestNumber) {
-  const FirstIcon icon = FirstIconOf({TwoImages(), {kIconGroupType, {{7, GroupOf(2)}, {101, GroupOf(1)}}}});
+  const FirstIcon icon = FirstIconOfTypes({TwoImages(), {kIconGroupType, {{7, GroupOf(2)}, {101, GroupOf(1)}}}});
   ASSERT_TRUE(EndedWith(icon, ERROR_SUCCESS));
   EXPECT_TRUE(Shows(icon.large.get(), 32, Second()));
 }
 
 TEST(ProgramIcon, GroupsWithATextComeBeforeThoseWithANumber) {
-  const FirstIcon icon =
-      FirstIconOf({TwoImages(), {kIconGroupType, {{u"MAIN", GroupOf(2)}, {u"OTHER", GroupOf(1)}, {1, GroupOf(1)}}}});
+  const FirstIcon icon = FirstIconOfTypes(
+      {TwoImages(), {kIconGroupType, {{u"MAIN", GroupOf(2)}, {u"OTHER", GroupOf(1)}, {1, GroupOf(1)}}}});
   ASSERT_TRUE(EndedWith(icon, ERROR_SUCCESS));
   EXPECT_TRUE(Shows(icon.large.get(), 32, Second()));
 }
 
 TEST(ProgramIcon, FirstLanguageOfAGroupCounts) {
   const FirstIcon icon =
-      FirstIconOf({TwoImages(), {kIconGroupType, {{1, {{kGerman, GroupOf(2)}, {kEnglish, GroupOf(1)}}}}}});
+      FirstIconOfTypes({TwoImages(), {kIconGroupType, {{1, {{kGerman, GroupOf(2)}, {kEnglish, GroupOf(1)}}}}}});
   ASSERT_TRUE(EndedWith(icon, ERROR_SUCCESS));
   EXPECT_TRUE(Shows(icon.large.get(), 32, Second()));
 }
 
 TEST(ProgramIcon, FirstLanguageOfAnImageCounts) {
   const FirstIcon icon =
-      FirstIconOf({{kIconImageType, {{1, {{kGerman, ImageBytes(Second())}, {kEnglish, ImageBytes(First())}}}}},
-                   {kIconGroupType, {{1, GroupOf(1)}}}});
+      FirstIconOfTypes({{kIconImageType, {{1, {{kGerman, ImageBytes(Second())}, {kEnglish, ImageBytes(First())}}}}},
+                        {kIconGroupType, {{1, GroupOf(1)}}}});
   ASSERT_TRUE(EndedWith(icon, ERROR_SUCCESS));
   EXPECT_TRUE(Shows(icon.large.get(), 32, Second()));
 }
@@ -112,7 +114,7 @@ TEST(ProgramIcon, FirstLanguageOfAnImageCounts) {
 TEST(ProgramIcon, ImagesMayStandInAnyOrderAndBetweenOthers) {
   const IconPicture large = Square(32, 24, 0x333333);
   const IconPicture other = Square(48, 24, 0x444444);
-  const FirstIcon icon = FirstIconOf(
+  const FirstIcon icon = FirstIconOfTypes(
       {{kIconImageType,
         {{1, ImageBytes(First())}, {2, ImageBytes(other)}, {3, ImageBytes(Second())}, {9, ImageBytes(large)}}},
        {kIconGroupType, {{1, IconGroupBytes({{9, large}, {2, other}})}}}});
@@ -135,7 +137,7 @@ struct ProgramIconChoice {
                                        Square(32, 4, 0x444444),  Square(32, 24, 0x555555), Square(16, 8, 0x666666)};
   const IconPicture& large = pictures[4];
   const IconPicture& smallIcon = pictures[5];
-  FirstIcon icon = FirstIconOf(IconResources({pictures.begin(), pictures.end()}));
+  FirstIcon icon = FirstIconOfTypes(IconResources({pictures.begin(), pictures.end()}));
 };
 
 TEST(ProgramIcon, LargeIconIsOfTheExactSizeAndTheHighestDepth) {
@@ -155,29 +157,30 @@ TEST(ProgramIcon, StatedSizeOfZeroMeans256) {
   // 0 it would be nearer, be taken, and end the call.
   const IconPicture whole = Square(100, 32, 0x111111);
   const FirstIcon icon =
-      FirstIconOf({{kIconImageType, {{1, ImageBytes(whole)}}},
-                   {kIconGroupType, {{1, IconGroupBytes({{2, StoredImage(0, 0, 32, "")}, {1, whole}})}}}});
+      FirstIconOfTypes({{kIconImageType, {{1, ImageBytes(whole)}}},
+                        {kIconGroupType, {{1, IconGroupBytes({{2, StoredImage(0, 0, 32, "")}, {1, whole}})}}}});
   ASSERT_TRUE(EndedWith(icon, ERROR_SUCCESS));
   EXPECT_TRUE(Shows(icon.large.get(), 32, whole));
 }
 
 TEST(ProgramIcon, MissingImageThatIsNotChosenDoesNoHarm) {
   const FirstIcon icon =
-      FirstIconOf({TwoImages(), {kIconGroupType, {{1, IconGroupBytes({{7, Square(48, 32, 0)}, {2, Second()}})}}}});
+      FirstIconOfTypes({TwoImages(), {kIconGroupType, {{1, IconGroupBytes({{7, Square(48, 32, 0)}, {2, Second()}})}}}});
   ASSERT_TRUE(EndedWith(icon, ERROR_SUCCESS));
   EXPECT_TRUE(Shows(icon.large.get(), 32, Second()));
 }
 
 TEST(ProgramIcon, MissingImageThatIsChosenIsDamage) {
-  EXPECT_TRUE(EndedWith(FirstIconOf({TwoImages(), {kIconGroupType, {{1, GroupOf(7)}}}}), ERROR_INVALID_DATA));
-  EXPECT_TRUE(EndedWith(FirstIconOf({{kIconGroupType, {{1, GroupOf(1)}}}}), ERROR_INVALID_DATA)) << "no images at all";
+  EXPECT_TRUE(EndedWith(FirstIconOfTypes({TwoImages(), {kIconGroupType, {{1, GroupOf(7)}}}}), ERROR_INVALID_DATA));
+  EXPECT_TRUE(EndedWith(FirstIconOfTypes({{kIconGroupType, {{1, GroupOf(1)}}}}), ERROR_INVALID_DATA))
+      << "no images at all";
 }
 
 TEST(ProgramIcon, LengthThatTheGroupStatesDoesNotCount) {
   for (const std::size_t length : {std::size_t{0}, std::size_t{1}, std::size_t{100000}}) {
     StoredImage stated = First();
     stated.bytes = std::string(length, '\0');
-    const FirstIcon icon = FirstIconOf({TwoImages(), {kIconGroupType, {{1, IconGroupBytes({{1, stated}})}}}});
+    const FirstIcon icon = FirstIconOfTypes({TwoImages(), {kIconGroupType, {{1, IconGroupBytes({{1, stated}})}}}});
     ASSERT_TRUE(EndedWith(icon, ERROR_SUCCESS)) << length;
     EXPECT_TRUE(Shows(icon.large.get(), 32, First())) << length;
   }
@@ -192,19 +195,20 @@ TEST(ProgramIcon, LengthOfTheResourceCounts) {
 
 TEST(ProgramIcon, PngImageIsOneOfTheImages) {
   const FirstIcon icon =
-      FirstIconOf(IconResources({StoredPng(PngOf(Square(32, 32, 0xFFFFFF))), Square(48, 8, 0x222222)}));
+      FirstIconOfTypes(IconResources({StoredPng(PngOf(Square(32, 32, 0xFFFFFF))), Square(48, 8, 0x222222)}));
   ASSERT_TRUE(EndedWith(icon, ERROR_SUCCESS));
   EXPECT_TRUE(Shows(icon.large.get(), 32, Square(32, 32, 0xFFFFFF)));
 }
 
 TEST(ProgramIcon, DamagedPngImageIsDamage) {
   const std::string png = PngSignature() + PngHeader(32, 32, PngColour::trueColourAlpha, 8);
-  EXPECT_TRUE(EndedWith(FirstIconOf(IconResources({StoredImage(32, 32, 32, png)})), ERROR_INVALID_DATA));
+  EXPECT_TRUE(EndedWith(FirstIconOfTypes(IconResources({StoredImage(32, 32, 32, png)})), ERROR_INVALID_DATA));
 }
 
 TEST(ProgramIcon, GroupOfAnotherKindIsNoIcon) {
   const std::string group = IconGroupBytes({{1, First()}}, kCursorFileType);
-  EXPECT_TRUE(EndedWith(FirstIconOf({TwoImages(), {kIconGroupType, {{1, group}}}}), ERROR_RESOURCE_DATA_NOT_FOUND));
+  EXPECT_TRUE(
+      EndedWith(FirstIconOfTypes({TwoImages(), {kIconGroupType, {{1, group}}}}), ERROR_RESOURCE_DATA_NOT_FOUND));
 }
 
 }  // namespace

@@ -144,6 +144,20 @@ TEST(IconFilesStrips, ASmallerIconStandsAtItsOwnWidthTimesItsIndex) {
       << "over the first icon's second column";
 }
 
+TEST(IconFilesStrips, AnIconFarBehindTheStripsEndIsNotDrawnAtItsStart) {
+  constexpr std::int64_t kMost = 0x7FFFFFFF;
+  CMMCObjectSet set(LeaveToSet);
+  InsertRecord(set, 1, SolidIconBytes(1, 1, 0x00010101));
+  InsertRecord(set, 2, SolidIconBytes(1, 1, 0x00020202));
+  // It stands in column 2 * (2^31 - 1), which is -2 in 32 bits: its third pixel would come to column 0.
+  const std::string wide = BitmapBytes(kMost, 1, 20, 32, std::string(20, '\x33'));
+  InsertRecord(set, 3, wide + std::string(24, '\0') + wide + std::string(24, '\0'));
+  const Strips strips(set);
+  EXPECT_EQ(Hex(Pixels(strips.large)), Hex(FromHex("01 01 01 00 02 02 02 00 00 00 00 00")));
+  EXPECT_EQ(Hex(Pixels(strips.smallIcon)), Hex(FromHex("01 01 01 00 02 02 02 00 00 00 00 00")));
+  EXPECT_EQ(IndexOf(set, 3), 2);
+}
+
 TEST(IconFilesStrips, AFirstIconOfAnotherDepthGivesStripsOfThatDepthWithoutPixels) {
   for (const unsigned depth : {1U, 4U, 8U, 16U, 24U}) {
     CMMCObjectSet set(LeaveToSet);

@@ -20,6 +20,7 @@ struct CommandLine {
   bool nobodyReads = false;                          ///< The output goes into a pipe that has no reader any more.
   std::optional<std::uint64_t> largestFile{};        ///< Off Windows: a limit, in bytes, of the files that it writes.
   bool withoutPrivileges = false;                    ///< Off Windows: run as a user who owns nothing.
+  bool withoutUnnamedFiles = false;                  ///< Off Windows: no folder holds a file without a name.
   std::chrono::milliseconds timeLimit{30'000};       ///< After which the program is stopped.
 };
 

@@ -6,6 +6,7 @@
 #include <ondrel/MMCObjectParams.h>
 #include <ondrel/platform/com.h>
 
+#include "failure.h"
 #include "printable.h"
 
 namespace ondrel::command {

@@ -12,8 +12,8 @@
 
 #include <ondrel/platform/program.h>
 
+#include "system/descriptor.h"
 #include "system/native_path.h"
-#include "system/os_error.h"
 
 namespace ondrel::platform {
 namespace {
@@ -67,20 +67,30 @@ void HandOn(const struct stat& replaced, int file) {
   [[maybe_unused]] const int chmoded = fchmod(file, mode);
 }
 
+// A new file for writing in the folder of `target` that has no name yet and can be given one; -1 where there are no
+// such files, or where it cannot be made for any other reason.
+int CreateUnnamed(const std::string& target, mode_t mode) {
+  const std::string folder = FolderOf(target);
+  const int file = Uninterrupted(
+      [&] { return open(folder.empty() ? "." : folder.c_str(), O_TMPFILE | O_WRONLY | O_CLOEXEC, mode); });
+  struct stat status = {};
+  if (file == -1 || stat(DescriptorPath(file).c_str(), &status) == 0) return file;
+  close(file);
+  return -1;
+}
+
 // Makes a new file for writing beside `target`, with the owner and permissions of `replaced` where it replaces one.
 DWORD CreateBeside(const std::string& target, const struct stat* replaced, std::string& temporary, int& file) {
   const mode_t mode = replaced == nullptr ? kNewFileMode : kPrivateMode;
-  for (int attempts = 0; attempts < kMaxNameAttempts; ++attempts) {
+  file = CreateUnnamed(target, mode);
+  for (int attempts = 0; file == -1; ++attempts) {
+    if (attempts == kMaxNameAttempts) return ERROR_FILE_EXISTS;
     temporary = TemporaryName(target);
-    do {
-      file = open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
-    } while (file == -1 && errno == EINTR);
-    if (file == -1 && errno == EEXIST) continue;
-    if (file == -1) return OsErrorFromErrno(errno);
-    if (replaced != nullptr) HandOn(*replaced, file);
-    return ERROR_SUCCESS;
+    file = Uninterrupted([&] { return open(temporary.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); });
+    if (file == -1 && errno != EEXIST) return OsErrorFromErrno(errno);
   }
-  return ERROR_FILE_EXISTS;
+  if (replaced != nullptr) HandOn(*replaced, file);
+  return ERROR_SUCCESS;
 }
 
 }  // namespace
@@ -103,10 +113,20 @@ DWORD CreateFileBeside(const CString& path, FileBeside& created) {
     created = {file, PathFromUtf8(target), PathFromUtf8(temporary)};
   } catch (...) {
     CloseOsFile(file);
-    unlink(temporary.c_str());
+    if (!temporary.empty()) unlink(temporary.c_str());
     throw;
   }
   return ERROR_SUCCESS;
+}
+
+DWORD PlaceUnnamedFile(OsFile file, const CString& place) {
+  std::string target;
+  if (!NativePath(place, target)) return GetLastError();
+  DWORD code = ERROR_FILE_EXISTS;
+  for (int attempts = 0; attempts < kMaxNameAttempts && code == ERROR_FILE_EXISTS; ++attempts) {
+    code = ReplaceWithUnnamedOsFile(file, PathFromUtf8(TemporaryName(target)), place);
+  }
+  return code;
 }
 
 bool IsSameName(const CString& name, const CString& other) { return name == other; }

@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <cerrno>
+#include <string>
 
 #include <ondrel/platform/os/file.h>
 
@@ -17,6 +18,9 @@ auto Uninterrupted(Call call) {
   while (result == -1 && errno == EINTR) result = call();
   return result;
 }
+
+/// Where the system keeps an open file, by which one without a name can be given one.
+inline std::string DescriptorPath(int file) { return "/proc/self/fd/" + std::to_string(file); }
 
 /// The reason why the call that just failed on `file` did so. The system calls an open file of the wrong access a bad
 /// descriptor, too.

@@ -75,6 +75,21 @@ DWORD SyncFolder(int folder) {
   return LastOsError();
 }
 
+// Lets `change` put another file in the place `to`, and makes that last.
+template <class Change>
+DWORD ChangeName(const std::string& to, Change change) {
+  // A folder that may be written but not read cannot be brought to the disk; the system does so in its own time.
+  const std::string folderPath = FolderOf(to);
+  const int folder = Uninterrupted([&] { return open(folderPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
+  if (folder == -1 && errno != EACCES) return PathError(to);
+  DWORD error = change();
+  if (folder != -1) {
+    if (error == ERROR_SUCCESS) error = SyncFolder(folder);
+    close(folder);
+  }
+  return error;
+}
+
 DWORD LockRange(OsFile file, short type, ULONGLONG position, ULONGLONG count) {
   constexpr ULONGLONG kLimit = std::numeric_limits<off_t>::max();
   if (position > kLimit || count > kLimit) return ERROR_INVALID_PARAMETER;
@@ -187,16 +202,26 @@ DWORD ReplaceOsFile(LPCWSTR from, LPCWSTR to) {
   std::string nativeFrom;
   std::string nativeTo;
   if (!NativePath(from, nativeFrom) || !NativePath(to, nativeTo)) return GetLastError();
-  // A folder that may be written but not read cannot be brought to the disk; the system does so in its own time.
-  const std::string folderPath = FolderOf(nativeTo);
-  const int folder = Uninterrupted([&] { return open(folderPath.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC); });
-  if (folder == -1 && errno != EACCES) return PathError(nativeTo);
-  DWORD error = rename(nativeFrom.c_str(), nativeTo.c_str()) == 0 ? ERROR_SUCCESS : PathError(nativeFrom);
-  if (folder != -1) {
-    if (error == ERROR_SUCCESS) error = SyncFolder(folder);
-    close(folder);
-  }
-  return error;
+  return ChangeName(nativeTo, [&] {
+    return rename(nativeFrom.c_str(), nativeTo.c_str()) == 0 ? ERROR_SUCCESS : PathError(nativeFrom);
+  });
+}
+
+DWORD ReplaceWithUnnamedOsFile(OsFile file, LPCWSTR name, LPCWSTR to) {
+  std::string nativeName;
+  std::string nativeTo;
+  if (!NativePath(name, nativeName) || !NativePath(to, nativeTo)) return GetLastError();
+  const std::string unnamed = DescriptorPath(static_cast<int>(file));
+  return ChangeName(nativeTo, [&] {
+    // Nothing more stands between the two calls: a process that is ended there leaves the name behind.
+    if (linkat(AT_FDCWD, unnamed.c_str(), AT_FDCWD, nativeName.c_str(), AT_SYMLINK_FOLLOW) != 0) {
+      return PathError(nativeName);
+    }
+    if (rename(nativeName.c_str(), nativeTo.c_str()) == 0) return DWORD{ERROR_SUCCESS};
+    const DWORD error = PathError(nativeName);
+    unlink(nativeName.c_str());
+    return error;
+  });
 }
 
 DWORD RemoveOsFile(LPCWSTR path) {

@@ -121,6 +121,9 @@ DWORD CreateFileBeside(const CString& path, FileBeside& created) {
   return ERROR_FILE_EXISTS;
 }
 
+// Every file here has a name from its making on.
+DWORD PlaceUnnamedFile(OsFile, const CString&) { return ERROR_NOT_SUPPORTED; }
+
 bool IsSameName(const CString& name, const CString& other) {
   constexpr BOOL kIgnoreCase = TRUE;
   return CompareStringOrdinal(name, name.GetLength(), other, other.GetLength(), kIgnoreCase) == CSTR_EQUAL;

@@ -145,24 +145,24 @@ __int64 EditProgram::ObjectCookie() {
     case 29:
       return Told(kSmallest);
     case 30:
-      return Told(__int64{-1});
+      return Told(static_cast<__int64>(-1));
     case 31:
-      return Told(__int64{Number(120)});
+      return Told(static_cast<__int64>(Number(120)));
     default:
-      return Told(__int64{number % 22 - 4});  // few enough to meet often
+      return Told(static_cast<__int64>(number % 22 - 4));  // few enough to meet often
   }
 }
 
 __int64 EditProgram::FileCookie() {
   const int number = Number(24);
-  if (number < 10) return Told(__int64{number - 2});
+  if (number < 10) return Told(static_cast<__int64>(number - 2));
   if (number == 10) return Told(kLargest);
   if (number == 11) return Told(kLargest - 1);
   if (number == 12) return Told(kSmallest);
   // One of those that there are.
   std::list<__int64> cookies = m_plain.GetCodeFiles();
   cookies.splice(cookies.end(), m_plain.GetIconFiles());
-  if (cookies.empty()) return Told(__int64{0});
+  if (cookies.empty()) return Told(static_cast<__int64>(0));
   return Told(*std::next(cookies.begin(), Number(256) % static_cast<int>(cookies.size())));
 }
 
@@ -189,7 +189,7 @@ PlainText EditProgram::Name() {
 int EditProgram::Type() {
   static constexpr int kTypes[] = {kPlainList, kPlainHtml, kPlainDialog, kPlainUnknown, 4, -1, 0x7FFFFFFF, 0x100};
   const int kinds = Number(2) == 0 ? 3 : 8;  // those that there are come up more often
-  return static_cast<int>(Told(__int64{kTypes[Number(kinds)]}));
+  return static_cast<int>(Told(static_cast<__int64>(kTypes[Number(kinds)])));
 }
 
 PlainQueries EditProgram::Queries() {

@@ -40,7 +40,7 @@ void EditProgram::StoreCodeFile() {
       [&] { expected = m_plain.StoreCodeFile(cookie, transform, variables, m_disk); },
       [&] {
         CMMCObjectSet::Variables real;
-        real[CString(_T("given"))] = CComVariant(__int64{7});
+        real[CString(_T("given"))] = CComVariant(static_cast<__int64>(7));
         got = Stored([&](CVellum& archive) { m_set->SerializeCodeFile(cookie, archive, test::Real(transform), real); });
       });
   if (stored) Expect("bytes " + Hex(expected), "bytes " + Hex(got));

@@ -4,13 +4,10 @@
 #include <cstdint>
 
 #include "support/icon_bytes.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
-
-constexpr HRESULT kFileNotFound = static_cast<HRESULT>(0x80070002);
-constexpr HRESULT kNoIcon = static_cast<HRESULT>(0x80070714);
-constexpr HRESULT kInvalidData = static_cast<HRESULT>(0x8007000D);
 
 constexpr const char* kChangingFile = "p\\changing.ico";
 

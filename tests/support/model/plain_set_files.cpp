@@ -3,11 +3,10 @@
 #include <random>
 
 #include "support/model/plain_set.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
-
-constexpr HRESULT kAlreadyExists = static_cast<HRESULT>(0x800700B7);
 
 }  // namespace
 

@@ -8,7 +8,7 @@
 namespace ondrel::test {
 namespace {
 
-constexpr __int64 kRoot = -1;
+constexpr __int64 kProjectRoot = -1;
 
 /// The units of the narrow code page from 0x80 to 0x9F; the others are their own.
 constexpr char16_t kCodePage[] = {
@@ -67,9 +67,9 @@ bool HasScriptWithoutFile(const PlainProject::Node& node) {
                      [](const PlainProject::Node& child) { return HasScriptWithoutFile(child); });
 }
 
-PlainText FolderOf(const PlainText& fileName) { return fileName.substr(0, fileName.rfind(u'\\') + 1); }
+PlainText ProjectFolderOf(const PlainText& fileName) { return fileName.substr(0, fileName.rfind(u'\\') + 1); }
 
-void Require(HRESULT status) {
+void RequireInProject(HRESULT status) {
   if (status < 0) throw PlainRefusal{"COleException " + StatusText(status)};
 }
 
@@ -90,9 +90,9 @@ PlainProject::Node PlainSet::SaveNode(__int64 cookie) const {
 PlainProject PlainSet::SaveProject(const PlainText& fileName) {
   PlainProject project;
   // Of several top-level nodes the first one.
-  if (const std::list<__int64> top = GetChildNodes(kRoot); !top.empty()) project.top = SaveNode(top.front());
+  if (const std::list<__int64> top = GetChildNodes(kProjectRoot); !top.empty()) project.top = SaveNode(top.front());
   for (const auto& [cookie, record] : m_dialogs) project.dialogs.push_back(ThroughFile(record));
-  const PlainText folder = FolderOf(fileName);
+  const PlainText folder = ProjectFolderOf(fileName);
   const auto save = [&](__int64 cookie, const PlainText& path) -> PlainProject::File {
     const bool isBelow = path.starts_with(folder);
     return {cookie, isBelow, ThroughFile(isBelow ? path.substr(folder.size()) : path)};
@@ -104,26 +104,26 @@ PlainProject PlainSet::SaveProject(const PlainText& fileName) {
 }
 
 void PlainSet::LoadNode(__int64 parent, const PlainProject::Node& node) {
-  Require(AddNode(parent, node.record.cookie, node.record));
+  RequireInProject(AddNode(parent, node.record.cookie, node.record));
   for (const PlainProject::Node& child : node.children) LoadNode(node.record.cookie, child);
 }
 
 void PlainSet::LoadProject(const PlainProject& project, const PlainText& fileName, PlainFactory factory,
                            const PlainDisk& disk) {
-  const PlainText folder = FolderOf(fileName);
+  const PlainText folder = ProjectFolderOf(fileName);
   const auto pathOf = [&](const PlainProject::File& file) {
     return file.isBelowFolder ? folder + file.path : file.path;
   };
   PlainSet loaded;
-  if (project.top) loaded.LoadNode(kRoot, *project.top);
-  for (const PlainRecord& record : project.dialogs) Require(loaded.AddDialog(record.cookie, record));
-  for (const PlainProject::File& file : project.icons) Require(loaded.InsertIconFile(pathOf(file), file.cookie, disk));
+  if (project.top) loaded.LoadNode(kProjectRoot, *project.top);
+  for (const PlainRecord& record : project.dialogs) RequireInProject(loaded.AddDialog(record.cookie, record));
+  for (const PlainProject::File& file : project.icons) RequireInProject(loaded.InsertIconFile(pathOf(file), file.cookie, disk));
   for (const PlainProject::File& file : project.codeFiles) {
     if (factory == PlainFactory::isEmpty) throw PlainRefusal{"std::bad_function_call"};
     const PlainText path = pathOf(file);
     const PlainTransform transform =
         factory == PlainFactory::givesNone ? PlainTransform{PlainTransform::Kind::none, 0} : PlainTransformFor(path);
-    Require(loaded.InsertCodeFile(path, file.cookie, transform));
+    RequireInProject(loaded.InsertCodeFile(path, file.cookie, transform));
   }
   loaded.m_images = m_images;
   *this = loaded;

@@ -1,27 +1,22 @@
-// Programs run by fork and exec, their output collected through pipes.
+// Programs run as children of this process, their output collected through pipes.
 #include "support/run_command.h"
 
 #include <fcntl.h>
 #include <poll.h>
-#include <sys/resource.h>
-#include <sys/wait.h>
 #include <unistd.h>
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <csignal>
-#include <cstdlib>
-#include <stdexcept>
 #include <system_error>
 #include <utility>
+
+#include "support/posix/child_process.h"
 
 namespace ondrel::test {
 namespace {
 
 using Clock = std::chrono::steady_clock;
-
-constexpr uid_t kNobody = 65534;
-constexpr int kCannotStart = 127;  // the exit code of a child that did not become the program
 
 [[noreturn]] void ThrowErrno(const char* call) { throw std::system_error(errno, std::generic_category(), call); }
 
@@ -57,56 +52,6 @@ struct Pipe {
   Descriptor writing;
 };
 
-std::vector<char*> Pointers(std::vector<std::string>& texts) {
-  std::vector<char*> pointers;
-  for (std::string& text : texts) pointers.push_back(text.data());
-  pointers.push_back(nullptr);
-  return pointers;
-}
-
-std::vector<std::string> Environment(const std::map<std::string, std::string>& added) {
-  std::vector<std::string> variables;
-  for (char** variable = environ; *variable != nullptr; ++variable) {
-    const std::string text = *variable;
-    if (!added.contains(text.substr(0, text.find('=')))) variables.push_back(text);
-  }
-  for (const auto& [name, value] : added) variables.push_back(name + '=' + value);
-  return variables;
-}
-
-/// Everything that the child needs, made before the fork: behind it only calls that are safe there are made.
-struct Start {
-  explicit Start(const CommandLine& commandLine)
-      : program(commandLine.program.string()),
-        folder(commandLine.workingFolder.string()),
-        arguments(commandLine.arguments),
-        environment(Environment(commandLine.environment)) {
-    arguments.insert(arguments.begin(), program);
-    argumentPointers = Pointers(arguments);
-    environmentPointers = Pointers(environment);
-  }
-
-  std::string program;
-  std::string folder;
-  std::vector<std::string> arguments;
-  std::vector<std::string> environment;
-  std::vector<char*> argumentPointers;
-  std::vector<char*> environmentPointers;
-};
-
-[[noreturn]] void BecomeProgram(const Start& start, const CommandLine& commandLine, int input, int output, int errors) {
-  const bool redirected =
-      dup2(input, STDIN_FILENO) != -1 && dup2(output, STDOUT_FILENO) != -1 && dup2(errors, STDERR_FILENO) != -1;
-  bool ready = redirected && (start.folder.empty() || chdir(start.folder.c_str()) == 0);
-  if (ready && commandLine.largestFile) {
-    const rlimit limit{*commandLine.largestFile, *commandLine.largestFile};
-    ready = setrlimit(RLIMIT_FSIZE, &limit) == 0;
-  }
-  if (ready && commandLine.withoutPrivileges) ready = setgid(kNobody) == 0 && setuid(kNobody) == 0;
-  if (ready) execve(start.program.c_str(), start.argumentPointers.data(), start.environmentPointers.data());
-  _exit(kCannotStart);
-}
-
 /// Reads what is there; false at the end.
 bool ReadSome(const Descriptor& from, std::string& text) {
   std::array<char, 64 * 1024> buffer;
@@ -131,7 +76,6 @@ bool Collect(Descriptor& output, Descriptor& errors, Clock::time_point end, Comm
 }  // namespace
 
 CommandResult RunCommand(const CommandLine& commandLine) {
-  const Start start(commandLine);
   Descriptor input(open("/dev/null", O_RDONLY | O_CLOEXEC));
   Pipe output;
   Pipe errors;
@@ -141,23 +85,16 @@ CommandResult RunCommand(const CommandLine& commandLine) {
   if (!input.IsOpen() || !output.writing.IsOpen()) ThrowErrno("open");
 
   const auto begin = Clock::now();
-  const pid_t child = fork();
-  if (child == -1) ThrowErrno("fork");
-  if (child == 0) BecomeProgram(start, commandLine, input.Get(), output.writing.Get(), errors.writing.Get());
+  ChildProcess child(commandLine, input.Get(), output.writing.Get(), errors.writing.Get());
   output.writing.Close();
   errors.writing.Close();
   if (commandLine.nobodyReads) output.reading.Close();
 
   CommandResult result;
   result.timedOut = !Collect(output.reading, errors.reading, begin + commandLine.timeLimit, result);
-  if (result.timedOut) kill(child, SIGKILL);
-  int status = 0;
-  while (waitpid(child, &status, 0) == -1) {
-    if (errno != EINTR) ThrowErrno("waitpid");
-  }
+  if (result.timedOut) child.Send(SIGKILL);
+  result.exitCode = child.Wait();
   result.duration = std::chrono::duration_cast<std::chrono::milliseconds>(Clock::now() - begin);
-  if (WIFEXITED(status)) result.exitCode = WEXITSTATUS(status);
-  if (result.exitCode == kCannotStart) throw std::runtime_error("cannot start " + start.program);
   return result;
 }
 

@@ -165,7 +165,7 @@ void Collect(HANDLE stream, std::string& text) {
 }  // namespace
 
 CommandResult RunCommand(const CommandLine& commandLine) {
-  if (commandLine.largestFile || commandLine.withoutPrivileges) {
+  if (commandLine.largestFile || commandLine.withoutPrivileges || commandLine.withoutUnnamedFiles) {
     throw std::runtime_error("this system cannot take that from a program");
   }
   const UniqueHandle input = OpenInheritable(L"NUL", GENERIC_READ, OPEN_EXISTING);

@@ -48,11 +48,14 @@ bool CanReach(const CString& path);
 /// does not have, stays as it is. Raises CFileException when the working folder is gone.
 CString FullPath(const CString& path);
 
-/// A file that takes its place only when it is complete. It is written beside `path` under a name of its own; Commit
-/// puts it on the disk and then in place of whatever was at `path`. Without Commit it is removed and `path` stays as it
-/// was. Where `path` is a symbolic link, the file that it leads to is replaced and the link stays. A file that is
-/// replaced hands its permissions on. A folder or a device at `path` is refused (accessDenied) before anything is
-/// written. Failures raise CFileException with the name `path`; after one, the file that was at `path` is as it was.
+/// A file that takes its place only when it is complete. It is written in the folder of `path`, without a name where
+/// the system can do that and otherwise under a name of its own (".<name>.<16 digits>.tmp"); Commit puts it on the disk
+/// and then in place of whatever was at `path`. Without Commit it is removed and `path` stays as it was. When the
+/// process is ended meanwhile, `path` holds the old file or the whole new one; a file under a name of its own then
+/// stays behind, in nobody's way, while one without a name goes with the process. Where `path` is a symbolic link, the
+/// file that it leads to is replaced and the link stays. A file that is replaced hands its permissions on. A folder or
+/// a device at `path` is refused (accessDenied) before anything is written. Failures raise CFileException with the name
+/// `path`; after one, the file that was at `path` is as it was.
 class ReplacementFile : public CFile {
  public:
   explicit ReplacementFile(const CString& path);
@@ -68,7 +71,8 @@ class ReplacementFile : public CFile {
   void Discard() noexcept;
 
   CString m_target;
-  CString m_temporary;
+  CString m_temporary;        ///< Empty while the file has no name.
+  std::intptr_t m_open = -1;  ///< The system's handle of the file, for as long as the file is open.
   bool m_committed = false;
 };
 

@@ -37,6 +37,9 @@ ONDREL_OS_EXPORT DWORD UnlockOsFile(OsFile file, ULONGLONG position, ULONGLONG c
 ONDREL_OS_EXPORT DWORD SyncOsFile(OsFile file);
 /// Puts `from` in place of `to`, whole, in one step, and makes that last.
 ONDREL_OS_EXPORT DWORD ReplaceOsFile(LPCWSTR from, LPCWSTR to);
+/// The same with an open file that has no name: it takes the free name `name` on its way. ERROR_FILE_EXISTS when
+/// another file has that name; after a failure the file has none.
+ONDREL_OS_EXPORT DWORD ReplaceWithUnnamedOsFile(OsFile file, LPCWSTR name, LPCWSTR to);
 ONDREL_OS_EXPORT DWORD RemoveOsFile(LPCWSTR path);
 
 }  // namespace ondrel::platform
