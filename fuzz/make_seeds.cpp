@@ -1,4 +1,5 @@
-// Writes the seeds that are no text: small icon files, programs and object images, each with what its name says.
+// Writes the seeds that are no text: small icon files, programs, object images and sequences of operations, each with
+// what its name says.
 //
 // usage: fuzz_seeds FOLDER   (the fuzzers' folder of seeds, fuzz/corpus)
 
@@ -6,6 +7,7 @@
 #include <exception>
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 
 #include "object_sets.h"
@@ -179,6 +181,29 @@ void WriteArchivePrograms(const SeedFolder& folder) {
   load("load-vector-claiming-much", {7}, "\xF0\xFF\xFF\xFFx");
 }
 
+/// Sequences of edits: each begins with the number of an operation, the bytes behind it choose its arguments; see
+/// tests/support/model/edit_program.cpp. Every operation once in its order, then again from the last to the first, and
+/// sequences drawn at random, which build larger sets.
+void WriteEditSequences(const SeedFolder& folder) {
+  constexpr int kArguments = 4;
+  std::string forth;
+  std::string back;
+  for (int operation = 0; operation < 256; ++operation) {
+    std::string step(1, static_cast<char>(operation));
+    for (int argument = 0; argument < kArguments; ++argument) step += static_cast<char>(operation * (argument + 3));
+    forth += step;
+    back.insert(0, step);
+  }
+  folder.Write("each-operation-from-the-first", forth);
+  folder.Write("each-operation-from-the-last", back);
+  for (unsigned seed = 1; seed <= 4; ++seed) {
+    std::mt19937 random(seed);
+    std::string drawn;
+    for (int byte = 0; byte < 1200; ++byte) drawn += static_cast<char>(random() & 0xFF);
+    folder.Write("drawn-" + std::to_string(seed), drawn);
+  }
+}
+
 }  // namespace
 
 int main(int count, char** arguments) {
@@ -192,6 +217,7 @@ int main(int count, char** arguments) {
     WritePrograms(SeedFolder(root / "icon_file"));
     WriteImages(SeedFolder(root / "object_image"));
     WriteArchivePrograms(SeedFolder(root / "archive"));
+    WriteEditSequences(SeedFolder(root / "edit_sequences"));
   } catch (const std::exception& raised) {
     std::fprintf(stderr, "fuzz_seeds: %s\n", raised.what());
     return 1;

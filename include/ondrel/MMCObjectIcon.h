@@ -34,7 +34,8 @@ class ONDREL_API CMMCObjectIcon {
   /// The handle whose area is nearer to cx * cy pixels, the large one in a tie; null when there is none. The icon keeps
   /// ownership.
   HICON GetIcon(int cx, int cy) const;
-  /// The geometry and bits of the large or small colour image, valid as long as the icon and unchanged by it.
+  /// The geometry and bits of the large or small colour image, valid as long as the icon and unchanged by it. An icon
+  /// from an object image has the bytes that were stored, which may be fewer than its geometry says; GetPixel looks.
   const tagBITMAP& GetColourBitmap(bool large) const;
   /// A copy of the colour image's geometry whose transparent pixels have the key colour and the others their own; all
   /// zero when the colour image has not 32 bits per pixel. Raises as CMMCObjectBitmap::Construct.

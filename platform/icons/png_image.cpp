@@ -32,7 +32,8 @@ constexpr BYTE kOpaque = 0xFF;
 // Compressed bytes that may follow those of the last row: the end of their stream, and what a careless writer leaves
 // behind it. They are unfolded too, each into a thousand at worst.
 constexpr std::size_t kMostBytesBehindRows = 8 * 1024;
-constexpr png_uint_32 kPixelChunk = 0x49444154;  // IDAT
+constexpr png_uint_32 kPixelChunk = 0x49444154;         // IDAT
+constexpr png_uint_32 kTransparencyChunk = 0x74524E53;  // tRNS
 constexpr int kInterlacePasses = 7;
 
 /// One run of libpng over an image.
@@ -40,7 +41,7 @@ class PngDecoding : PngRun {
  public:
   explicit PngDecoding(Bytes image)
       : m_left(image),
-        m_png(png_create_read_struct_2(PNG_LIBPNG_VER_STRING, this, Fail, Ignore, AsMemory(), Allocate, Free)) {
+        m_png(png_create_read_struct_2(PNG_LIBPNG_VER_STRING, this, Fail, Warn, AsMemory(), Allocate, Free)) {
     if (m_png != nullptr) m_info = png_create_info_struct(m_png);
   }
   ~PngDecoding() { png_destroy_read_struct(&m_png, &m_info, nullptr); }
@@ -93,6 +94,12 @@ class PngDecoding : PngRun {
            png_get_current_pass_number(m_png) >= kInterlacePasses;
   }
 
+  // While rows are missing, a wrong checksum of the unfolded pixels is an error; behind the last row the library only
+  // warns of it, as it does of pixels too many, and zlib's words are what tells the two apart.
+  static void Warn(png_structp png, png_const_charp warning) {
+    if (std::strstr(warning, "incorrect data check") != nullptr) png_error(png, warning);
+  }
+
   static void Supply(png_structp png, png_bytep bytes, std::size_t count) {
     PngDecoding& run = *static_cast<PngDecoding*>(png_get_io_ptr(png));
     const bool isChunkStart = (png_get_io_state(png) & PNG_IO_MASK_LOC) == PNG_IO_CHUNK_HDR;
@@ -101,6 +108,9 @@ class PngDecoding : PngRun {
       run.m_bytesBehindRows += count;
       if (run.m_bytesBehindRows > kMostBytesBehindRows) png_error(png, "the pixels do not end");
     }
+    // The library would step over a wrong checksum there, and with it over the transparency.
+    const bool countsChecksum = png_get_io_chunk_type(png) == kTransparencyChunk;
+    png_set_crc_action(png, PNG_CRC_NO_CHANGE, countsChecksum ? PNG_CRC_ERROR_QUIT : PNG_CRC_DEFAULT);
     Bytes& left = run.m_left;
     if (count > left.size()) png_error(png, "the image ends early");
     std::memcpy(bytes, left.data(), count);

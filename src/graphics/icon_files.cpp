@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <limits>
 
 #include "graphics/masked_drawing.h"
 #include "statuses.h"
@@ -14,6 +15,10 @@ using ondrel::platform::UniqueBitmap;
 namespace {
 
 constexpr int kAppend = -1;
+
+/// Bytes of a strip with its rows padded: as many as its pixels may take without. Else a strip of one column, which
+/// has a bit for each row, would take sixteen times what is counted.
+constexpr LONGLONG kMostPaddedBytes = std::numeric_limits<LONG>::max() / 8;
 
 /// The height of the first icon's image, and its width times `count`. Empty when there is no icon.
 CMMCObjectBitmap MakeStrip(const std::map<__int64, CMMCObjectIcon>& icons, bool large) {
@@ -39,6 +44,10 @@ UniqueBitmap MakePlatformBitmap(CMMCObjectBitmap& strip) {
   // Some platforms pass over the signs of a size.
   const LONGLONG paddedRow = (std::abs(LONGLONG{strip.bmWidth}) * depth + 15) / 16 * 2;
   const LONGLONG needed = paddedRow * std::abs(LONGLONG{strip.bmHeight});
+  if (needed > kMostPaddedBytes) {
+    SetLastError(ERROR_INVALID_PARAMETER);  // as the platform itself says of sizes that it does not make
+    return nullptr;
+  }
   const void* bits = strip.GetBuffer();
   std::vector<unsigned char> padded;
   if (needed > static_cast<LONGLONG>(strip.GetLength())) {

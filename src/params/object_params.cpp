@@ -43,7 +43,20 @@ CMMCObjectParams::CMMCObjectParams(CMMCObjectParams&& other)
       m_scripts(std::move(other.m_scripts)),
       m_renderQueries(std::move(other.m_renderQueries)) {}
 
-CMMCObjectParams& CMMCObjectParams::operator=(const CMMCObjectParams& other) = default;
+CMMCObjectParams& CMMCObjectParams::operator=(const CMMCObjectParams& other) {
+  // All that may fail comes first, so that a record is never replaced by halves.
+  CMMCObjectParams copy(other);
+  m_cookie = copy.m_cookie;
+  std::swap(m_name, copy.m_name);
+  m_icon = copy.m_icon;
+  m_type = copy.m_type;
+  m_childQueries.swap(copy.m_childQueries);
+  m_styleSheet = copy.m_styleSheet;
+  m_menuScript = copy.m_menuScript;
+  m_scripts.swap(copy.m_scripts);
+  m_renderQueries.swap(copy.m_renderQueries);
+  return *this;
+}
 
 CMMCObjectParams::~CMMCObjectParams() = default;
 

@@ -244,12 +244,17 @@ void CMMCObjectSet::LoadProject(CVellum& archive, const TransformFactory& factor
   if (parsed == S_FALSE || loaded == VARIANT_FALSE) AtlThrow(kInvalidData);
 
   Tables former;
-  const bool formerlyModified = IsModified();
-  std::swap(former, m_tables);
-  try {
+  bool formerlyModified = false;
+  {
+    CSingleLock lock(&m_lock, TRUE);
+    formerlyModified = IsModified();
+    std::swap(former, m_tables);
     Initialise();
+  }
+  try {
     AtlThrowIfFailed(ReadProject(document, directory, factory));
   } catch (...) {
+    CSingleLock lock(&m_lock, TRUE);
     std::swap(former, m_tables);
     SetModifiedFlag(formerlyModified);
     throw;
@@ -295,6 +300,9 @@ HRESULT CMMCObjectSet::ReadProject(IXMLDOMDocument* document, const CString& dir
   if (FAILED(status)) return status;
   return ForEachChild(fileGroup, kFileElement, [&](IXMLDOMNode* file) {
     const HRESULT read = ReadFileElement(file, directory, path, cookie);
-    return FAILED(read) ? read : InsertCodeFile(path, cookie, factory(path));
+    if (FAILED(read)) return read;
+    Transform transform = factory(path);
+    CSingleLock lock(&m_lock, TRUE);
+    return InsertCodeFile(path, cookie, std::move(transform));
   });
 }

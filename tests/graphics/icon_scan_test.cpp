@@ -77,9 +77,9 @@ TEST(IconScan, OfADamagedImageTheDirectoryIsBelieved) {
 TEST(IconScan, FailsAsAnExtractionDoes) {
   const TemporaryFolder folder;
   IconScan scan;
-  EXPECT_EQ(ScanIcon(Wide(folder / "gone.ico"), scan), static_cast<HRESULT>(0x80070002));
-  EXPECT_EQ(ScanIcon(Wide(folder / "gone/a.ico"), scan), static_cast<HRESULT>(0x80070003));
-  EXPECT_EQ(ScanIcon(Wide(folder.Path()), scan), static_cast<HRESULT>(0x80070005));
+  EXPECT_EQ(ScanIcon(Wide(folder / "gone.ico"), scan), kFileNotFound);
+  EXPECT_EQ(ScanIcon(Wide(folder / "gone/a.ico"), scan), kPathNotFound);
+  EXPECT_EQ(ScanIcon(Wide(folder.Path()), scan), kAccessDenied);
   EXPECT_EQ(Scan("", scan), kNoIcon);
   EXPECT_EQ(Scan("no icon", scan), kNoIcon);
   EXPECT_EQ(Scan(IconFileBytes({}), scan), kNoIcon);

@@ -105,7 +105,7 @@ TEST(PosixDamagedIcon, MoreEntriesThanAnyFileHas) {
 
 TEST(PosixDamagedIcon, MorePixelsThanAnyImageHas) {
   const IconPicture picture = PatternPicture(1024, 1024, 1);
-  const Extraction most = ExtractCheaplyOf(IconFileBytes({picture}), {.time = kMostTimeOfLargest});
+  const Extraction most = ExtractCheaplyOf(IconFileBytes({picture}), kMostOfLargest);
   ASSERT_TRUE(Succeeded(most));
   EXPECT_TRUE(Shows(most.large.get(), 32, picture));
   EXPECT_TRUE(

@@ -74,6 +74,47 @@ TEST(PosixDamagedPng, WrongChecksums) {
   EXPECT_TRUE(IsShown(HeaderOf(picture) + PixelsOf(picture) + WithWrongChecksum(ancillary) + PngEnd(), picture));
 }
 
+TEST(PosixDamagedPng, AWrongChecksumOfTheTransparencyIsRefused) {
+  const PngPicture withPalette = PictureWithPalette();
+  const std::string colours = PngColours(withPalette);
+  const std::size_t alphas = colours.find("tRNS") - 4;
+  ASSERT_TRUE(IsShown(HeaderOf(withPalette) + colours + PixelsOf(withPalette) + PngEnd(), withPalette));
+  EXPECT_TRUE(IsRefused(HeaderOf(withPalette) + colours.substr(0, alphas) + WithWrongChecksum(colours.substr(alphas)) +
+                        PixelsOf(withPalette) + PngEnd()));
+  for (const PngColour colour : {PngColour::grey, PngColour::trueColour}) {
+    PngPicture picture = PatternPng(32, 32, colour, 8);
+    picture.transparent = picture.samples[35];
+    ASSERT_TRUE(IsShown(HeaderOf(picture) + PngColours(picture) + PixelsOf(picture) + PngEnd(), picture));
+    EXPECT_TRUE(IsRefused(HeaderOf(picture) + WithWrongChecksum(PngColours(picture)) + PixelsOf(picture) + PngEnd()));
+    EXPECT_TRUE(IsRefused(HeaderOf(picture) + WithWrongChecksum(PngChunk("tEXt", "some text")) +
+                          WithWrongChecksum(PngColours(picture)) + PixelsOf(picture) + PngEnd()))
+        << "behind a chunk whose checksum does not count";
+    EXPECT_TRUE(IsShown(HeaderOf(picture) + PngColours(picture) + WithWrongChecksum(PngChunk("tEXt", "some text")) +
+                            PixelsOf(picture) + PngEnd(),
+                        picture))
+        << "in front of such a chunk";
+  }
+}
+
+TEST(PosixDamagedPng, AWrongChecksumOfThePixelsThemselvesIsRefused) {
+  const PngPicture picture = Picture();
+  const std::string stream = Deflated(PngRows(picture));  // ends with an Adler-32 of the rows
+  for (std::size_t byte = 1; byte <= 4; ++byte) {
+    std::string damaged = stream;
+    damaged[damaged.size() - byte] = static_cast<char>(damaged[damaged.size() - byte] ^ 1);
+    EXPECT_TRUE(IsRefused(HeaderOf(picture) + PngChunk("IDAT", damaged) + PngEnd())) << byte;
+    for (std::size_t apart = 1; apart <= 6; ++apart) {
+      EXPECT_TRUE(IsRefused(HeaderOf(picture) + PngChunk("IDAT", damaged.substr(0, damaged.size() - apart)) +
+                            PngChunk("IDAT", damaged.substr(damaged.size() - apart)) + PngEnd()))
+          << byte << ", in a chunk of " << apart;
+    }
+  }
+  for (std::size_t length = 1; length <= 4; ++length) {
+    EXPECT_TRUE(IsRefused(HeaderOf(picture) + PngChunk("IDAT", stream.substr(0, stream.size() - length)) + PngEnd()))
+        << length << " bytes of it are missing";
+  }
+}
+
 TEST(PosixDamagedPng, HeadersThatCannotBe) {
   const PngPicture picture = Picture();
   const std::string rest = PixelsOf(picture) + PngEnd();

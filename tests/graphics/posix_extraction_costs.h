@@ -13,14 +13,16 @@ namespace ondrel::test {
 
 /// The processor's time, and memory beyond what the program has.
 inline constexpr std::chrono::milliseconds kMostTime(kThreadSanitized ? 1000 : 100);
-inline constexpr long kMostBytes = 64L * 1024 * 1024;
-/// Of files as large as they may be, whose every pixel passes a sanitizer.
+inline constexpr long kMostBytes = 16L * 1024 * 1024;
+/// Of files as large as they may be, and of images of the most pixels, whose every pixel passes a sanitizer.
 inline constexpr std::chrono::milliseconds kMostTimeOfLargest(kThreadSanitized ? 5000 : kSanitized ? 500 : 100);
+inline constexpr long kMostBytesOfLargest = 64L * 1024 * 1024;
 
 struct MostCosts {
   std::chrono::milliseconds time = kMostTime;
   long bytes = kMostBytes;
 };
+inline constexpr MostCosts kMostOfLargest = {kMostTimeOfLargest, kMostBytesOfLargest};
 
 /// Takes the icons out of a file. The test fails when that costs too much, or leaves other handles than the two icons.
 /// What else the machine does can only make it slower: the quickest of a few times counts.

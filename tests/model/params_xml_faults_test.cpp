@@ -10,6 +10,7 @@
 #include "support/model/failing_document.h"
 #include "support/model/sets.h"
 #include "support/raised.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
@@ -92,7 +93,7 @@ TEST(ParamsXmlFaults, MemoryThatTheDocumentLacksIsAStatusToo) {
   const CComPtr<IXMLDOMDocument> document = NewDocument();
   DocumentCalls calls(2, E_OUTOFMEMORY);
   EXPECT_EQ(CMMCObjectParams().Serialize(Failing(document, calls), Failing(AddRoot(document, _T("R")), calls)),
-            static_cast<HRESULT>(0x8007000E));
+            kOutOfMemory);
 }
 
 TEST(ParamsXmlFaults, AFailedReadReturnsTheStatusAndReadsNothingMoreButInTheScripts) {

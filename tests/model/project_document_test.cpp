@@ -11,6 +11,7 @@
 #include "support/model/set_forms.h"
 #include "support/object_set_probe.h"
 #include "support/raised.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
@@ -192,7 +193,7 @@ TEST(ProjectDocument, AListedDialogThatIsNotInTheIndexIsRefusedAndTheFlagStays) 
   std::string saved;
   const auto raised = Raised<COleException>([&] { saved = SavedProject(set); });
   ASSERT_TRUE(raised);
-  EXPECT_EQ(raised->m_sc, static_cast<HRESULT>(0x80070490));
+  EXPECT_EQ(raised->m_sc, kNotFound);
   EXPECT_EQ(saved, "");
   EXPECT_TRUE(set.IsModified());
 }
@@ -204,7 +205,7 @@ TEST(ProjectDocument, AListedNodeThatIsNotInTheIndexIsRefused) {
   CMMCObjectSetProbe::ForgetObject(set, 1);
   const auto raised = Raised<COleException>([&] { SavedProject(set); });
   ASSERT_TRUE(raised);
-  EXPECT_EQ(raised->m_sc, static_cast<HRESULT>(0x80070490));
+  EXPECT_EQ(raised->m_sc, kNotFound);
 }
 
 /// Saving a node of that name is refused, and nothing is written.

@@ -9,6 +9,7 @@
 #include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
 #include "support/raised.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
@@ -26,7 +27,7 @@ TEST(ProjectIcons, AFileWithoutAnIconIsRefused) {
                 Wide(folder.Path()) + _T("\\project.xml"));
   });
   ASSERT_TRUE(raised);
-  EXPECT_EQ(raised->m_sc, static_cast<HRESULT>(0x80070714));
+  EXPECT_EQ(raised->m_sc, kNoIcon);
   EXPECT_EQ(Observed(set), before);
 }
 

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -24,8 +25,78 @@ std::vector<std::uint8_t> RandomBytes(std::uint32_t seed, int count) {
   return bytes;
 }
 
+/// What the programs are to meet, each of it at least once, to be of use.
+constexpr const char* kOutcomes[] = {
+    "AddNewNode: a cookie",
+    "AddNewNode: -2",
+    "AddNode: 0x00000000",
+    "AddNode: 0x800700B7",
+    "RemoveNode: 0x00000000",
+    "RemoveNode: 0x80070490",
+    "RemoveNode: 0x800710D3",
+    "MoveNodeDown: 0x00000000",
+    "MoveNodeDown: 0x800700B7",
+    "MoveNodeDown: 0x80070490",
+    "AddNewDialog: a cookie",
+    "AddNewDialog: -2",
+    "AddDialog: 0x00000000",
+    "AddDialog: 0x800700B7",
+    "RemoveDialog: 0x00000000",
+    "RemoveDialog: 0x80070490",
+    "SetParams: a record",
+    "SetParams: nothing",
+    "GetDialog: a cookie",
+    "GetDialog: 0",
+    "GetChildNodes: some",
+    "GetParams: true",
+    "GetParams: false",
+    "ChangeInPlace: a record",
+    "AddCodeFile: 0x00000000",
+    "AddCodeFile: 0x800700B7",
+    "AddIconFile: 0x00000000",
+    "AddIconFile: 0x80070002",
+    "AddIconFile: 0x8007000D",
+    "AddIconFile: 0x800700B7",
+    "AddIconFile: 0x80070714",
+    "InsertCodeFile: 0x800700B7",
+    "InsertCodeContents: 0x800700B7",
+    "InsertIconFile: 0x800700B7",
+    "InsertIcon: 0x800700B7",
+    "GetCodeFileContents: true",
+    "GetFilePath: true",
+    "GetIconFile: true",
+    "GetIconFileImage: true",
+    "GetIconImageList: images",
+    "GetIconBitmapImages: a strip",
+    "GetIconBitmapImages: the smallest strip",
+    "StoreCodeFile: nothing",
+    "StoreCodeFile: CArchiveException 1",
+    "StoreIconFile: an icon",
+    "LoadCodeFile: nothing",
+    "LoadCodeFile: CArchiveException 3",
+    "LoadCodeFile: COleException 0x800700B7",
+    "LoadIconFile: nothing",
+    "LoadIconFile: CArchiveException 3",
+    "LoadIconFile: COleException 0x800700B7",
+    "StoreWhereOneLoads: CArchiveException 2",
+    "StoreWhereOneLoads: CArchiveException 4",
+    "ReloadImage: nothing",
+    "ReloadImage: CArchiveException 7",
+    "ReloadImage: CFileException",
+    "ReloadImage: COleException 0x800700B7",
+    "ReloadImage: std::bad_function_call",
+    "ReloadImage: std::runtime_error",
+    "LoadDamagedImage: CArchiveException 3",
+    "LoadDamagedImage: CArchiveException 7",
+    "ReloadProject: nothing",
+    "ReloadProject: COleException 0x80070002",
+    "ReloadProject: COleException 0x800700B7",
+    "ReloadProject: std::bad_function_call",
+    "LoadCutProject: COleException 0x8007000D",
+};
+
 TEST(SetRandomEdits, AnswerAndLeaveWhatTheRulesSay) {
-  constexpr std::uint32_t kPrograms = kSanitized ? 150 : 400;
+  constexpr std::uint32_t kPrograms = kSanitized ? 100 : 300;
   constexpr int kBytes = 1200;
   PlainDisk disk;
   std::map<std::string, int> outcomes;
@@ -39,10 +110,7 @@ TEST(SetRandomEdits, AnswerAndLeaveWhatTheRulesSay) {
     }
     for (const auto& [outcome, count] : program.Outcomes()) outcomes[outcome] += count;
   }
-  std::string told;
-  for (const auto& [outcome, count] : outcomes) told += outcome + " " + std::to_string(count) + "\n";
-  RecordProperty("outcomes", told);
-  std::printf("%s", told.c_str());
+  for (const char* const outcome : kOutcomes) EXPECT_GT(outcomes[outcome], 0) << outcome;
 }
 
 /// A tree of nodes that mostly fit together, with more siblings than the runs above have.

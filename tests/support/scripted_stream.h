@@ -2,8 +2,11 @@
 #pragma once
 
 #include <algorithm>
+#include <functional>
 #include <limits>
+#include <map>
 #include <string>
+#include <utility>
 
 #include "support/counted_stream.h"
 
@@ -21,6 +24,9 @@ class ScriptedStream final : public CountedStream {
   /// What the last read or write was asked to move.
   ULONG LastCount() const { return m_lastCount; }
 
+  /// Changes what follows here before the read or write of that number, from 1, counted together.
+  void Before(int number, std::function<void()> change) { m_changes[number] = std::move(change); }
+
   /// The status of every read and write from now on. A failing one moves nothing and tells no count.
   void Answer(HRESULT status) { m_status = status; }
   /// The most bytes that one read or write moves.
@@ -30,6 +36,7 @@ class ScriptedStream final : public CountedStream {
 
   HRESULT STDMETHODCALLTYPE Read(void* buffer, ULONG count, ULONG* read) override {
     ++m_reads;
+    Change();
     m_lastCount = count;
     if (FAILED(m_status)) return m_status;
     const auto left = static_cast<ULONG>(m_bytes.size() - m_position);
@@ -41,6 +48,7 @@ class ScriptedStream final : public CountedStream {
   }
   HRESULT STDMETHODCALLTYPE Write(const void* buffer, ULONG count, ULONG* written) override {
     ++m_writes;
+    Change();
     m_lastCount = count;
     if (FAILED(m_status)) return m_status;
     const ULONG moved = std::min(count, m_limit);
@@ -50,6 +58,10 @@ class ScriptedStream final : public CountedStream {
   }
 
  private:
+  void Change() {
+    if (const auto change = m_changes.find(m_reads + m_writes); change != m_changes.end()) change->second();
+  }
+
   std::string m_bytes;
   std::size_t m_position = 0;
   int m_reads = 0;
@@ -58,6 +70,7 @@ class ScriptedStream final : public CountedStream {
   HRESULT m_status = S_OK;
   ULONG m_limit = std::numeric_limits<ULONG>::max();
   ULONG m_surplus = 0;
+  std::map<int, std::function<void()>> m_changes;
 };
 
 }  // namespace ondrel::test

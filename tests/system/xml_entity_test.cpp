@@ -74,6 +74,49 @@ TEST(XmlEntities, ExplodingDefaultsAreDefused) {
   ExpectDefused(text + "'>]><r/>");
 }
 
+std::string Elements(int count) {
+  std::string text;
+  for (int element = 0; element < count; ++element) text += "<r/>";
+  return text;
+}
+
+std::string DeclaredAttributes(int count, const std::string& kind) {
+  std::string text = "<!DOCTYPE d [<!ATTLIST r";
+  for (int index = 0; index < count; ++index) text += " a" + std::to_string(index) + ' ' + kind;
+  return text + ">]>";
+}
+
+TEST(XmlEntities, ALongDefaultOfEveryElementIsDefused) {
+  const std::string value(1'000'000, 'x');
+  ExpectDefused("<!DOCTYPE d [<!ATTLIST r a CDATA '" + value + "'>]><d>" + Elements(200'000) + "</d>");
+}
+
+TEST(XmlEntities, ManyDefaultsOfEveryElementAreDefused) {
+  ExpectDefused(DeclaredAttributes(128, "CDATA ''") + "<d>" + Elements(200'000) + "</d>");
+}
+
+TEST(XmlEntities, DefaultsOfEntitiesAreDefused) {
+  std::string text =
+      "<!DOCTYPE d [<!ENTITY e '" + Elements(1'000) + "'><!ATTLIST r a CDATA '" + std::string(1'000, 'x') + "'>]><d>";
+  for (int count = 0; count < 200; ++count) text += "&e;";
+  ExpectDefused(text + "</d>");
+}
+
+TEST(XmlEntities, ModestDefaultsAreAccepted) {
+  const std::string value(1'000, 'x');
+  EXPECT_TRUE(IsAccepted("<!DOCTYPE d [<!ATTLIST r a CDATA '" + value + "'>]><d>" + Elements(1'000) + "</d>"));
+}
+
+TEST(XmlEntities, MoreDeclaredAttributesThanAreAllowedAreRefused) {
+  for (const std::string kind : {"CDATA #IMPLIED", "NMTOKEN #IMPLIED", "CDATA #REQUIRED", "CDATA ''"}) {
+    EXPECT_TRUE(IsAccepted(DeclaredAttributes(128, kind) + "<d/>")) << kind;
+    EXPECT_FALSE(IsAccepted(DeclaredAttributes(129, kind) + "<d/>")) << kind;
+  }
+  // One hundred thousand declarations, of which each is looked at for each other one, each element and each attribute.
+  ExpectDefused(DeclaredAttributes(100'000, "CDATA ''") + "<d/>");
+  ExpectDefused(DeclaredAttributes(100'000, "NMTOKEN #IMPLIED") + "<d>" + Elements(100'000) + "</d>");
+}
+
 TEST(XmlEntities, ModestExpansionIsAccepted) {
   std::string text = "<!DOCTYPE r [<!ENTITY e '" + std::string(1'000, 'x') + "'>]><r a='";
   for (int count = 0; count < 100; ++count) text += "&e;";

@@ -16,6 +16,9 @@ namespace ondrel::test {
 namespace {
 
 constexpr int kMostSteps = 300;
+/// The first of the operations, edits of nodes and dialogs, come up more often than the others, so that trees grow.
+constexpr int kEdits = 8;
+constexpr int kMoreEdits = 3 * kEdits;
 /// Steps from one comparison of everything to the next.
 constexpr int kStepsBetween = 8;
 
@@ -69,12 +72,12 @@ const EditProgram::Operation EditProgram::kOperations[] = {
     {"AddNewDialog", &EditProgram::AddNewDialog},
     {"AddDialog", &EditProgram::AddDialog},
     {"RemoveDialog", &EditProgram::RemoveDialog},
+    {"SetParams", &EditProgram::SetParams},
     {"GetDialog", &EditProgram::GetDialog},
     {"GetDialogs", &EditProgram::GetDialogs},
     {"GetChildNodes", &EditProgram::GetChildNodes},
     {"GetParams", &EditProgram::GetParams},
     {"ChangeInPlace", &EditProgram::ChangeInPlace},
-    {"SetParams", &EditProgram::SetParams},
     {"SetModifiedFlag", &EditProgram::SetModifiedFlag},
     {"Initialise", &EditProgram::Initialise},
     {"AddCodeFile", &EditProgram::AddCodeFile},
@@ -112,7 +115,8 @@ EditProgram::EditProgram(std::span<const std::uint8_t> bytes, PlainDisk& disk)
 void EditProgram::Run() {
   while (!m_bytes.empty() && m_step < kMostSteps) {
     ++m_step;
-    const Operation& operation = kOperations[Number(static_cast<int>(std::size(kOperations)))];
+    const int number = Number(static_cast<int>(std::size(kOperations)) + kMoreEdits);
+    const Operation& operation = kOperations[number < kMoreEdits ? number % kEdits : number - kMoreEdits];
     m_operation = operation.name;
     m_arguments.clear();
     (this->*operation.run)();
@@ -149,21 +153,25 @@ __int64 EditProgram::ObjectCookie() {
     case 31:
       return Told(static_cast<__int64>(Number(120)));
     default:
-      return Told(static_cast<__int64>(number % 22 - 4));  // few enough to meet often
+      if (number < 18) return Told(static_cast<__int64>(number - 4));
+      return Told(OneOf(m_plain.GetObjects()));
   }
 }
 
 __int64 EditProgram::FileCookie() {
-  const int number = Number(24);
+  const int number = Number(20);
   if (number < 10) return Told(static_cast<__int64>(number - 2));
   if (number == 10) return Told(kLargest);
   if (number == 11) return Told(kLargest - 1);
   if (number == 12) return Told(kSmallest);
-  // One of those that there are.
   std::list<__int64> cookies = m_plain.GetCodeFiles();
   cookies.splice(cookies.end(), m_plain.GetIconFiles());
-  if (cookies.empty()) return Told(static_cast<__int64>(0));
-  return Told(*std::next(cookies.begin(), Number(256) % static_cast<int>(cookies.size())));
+  return Told(OneOf(cookies));
+}
+
+__int64 EditProgram::OneOf(const std::list<__int64>& cookies) {
+  if (cookies.empty()) return 0;
+  return *std::next(cookies.begin(), Number(256) % static_cast<int>(cookies.size()));
 }
 
 PlainText EditProgram::Name() {

@@ -44,6 +44,7 @@ class EditProgram {
   std::size_t Position(std::size_t below);
   __int64 ObjectCookie();
   __int64 FileCookie();
+  __int64 OneOf(const std::list<__int64>& cookies);  ///< 0 when there is none.
   PlainText Name();
   int Type();
   PlainQueries Queries();
@@ -112,7 +113,7 @@ class EditProgram {
   void LoadCutProject();
   /// The image of both sets; none when both refuse to store it.
   std::optional<std::string> StoredImage();
-  /// Continues with an empty set, or with the one that there is.
+  /// Goes on with an empty set, or with the one that there is.
   void ChooseTarget();
 
   std::span<const std::uint8_t> m_bytes;

@@ -149,9 +149,16 @@ void EditProgram::LoadDamagedImage() {
     default:
       image->resize(Position(image->size()));
   }
-  ChooseTarget();
-  BothEnd([&] { m_plain.LoadImage(*image, true, false); }, [&] { LoadImage(*m_set, *image, 1, 0); });
-  CompareWhole(*m_set, m_plain);
+  if (Number(4) == 0) {
+    BothEnd([&] { m_plain.LoadImage(*image, true, false); }, [&] { LoadImage(*m_set, *image, 1, 0); });
+    CompareWhole(*m_set, m_plain);
+    return;
+  }
+  // Mostly into a set beside, so that the one of the program keeps what it has.
+  CMMCObjectSet set(WriteHooked);
+  PlainSet plain;
+  BothEnd([&] { plain.LoadImage(*image, true, false); }, [&] { LoadImage(set, *image, 1, 0); });
+  CompareWhole(set, plain);
 }
 
 void EditProgram::ReloadProject() {

@@ -141,6 +141,12 @@ __int64 PlainSet::GetDialog(const PlainText& name) const {
   return dialog == m_dialogNames.end() ? 0 : dialog->second;
 }
 
+std::list<__int64> PlainSet::GetObjects() const {
+  std::list<__int64> objects = GetDialogs();
+  for (const auto& [cookie, node] : m_nodes) objects.push_back(cookie);
+  return objects;
+}
+
 void PlainSet::Initialise() {
   std::map<__int64, int> images = std::move(m_images);
   *this = PlainSet();

@@ -77,6 +77,8 @@ class PlainSet {
   std::list<__int64> GetChildNodes(__int64 parent) const;
   std::list<__int64> GetDialogs() const;
   __int64 GetDialog(const PlainText& name) const;
+  /// The cookies of all nodes and dialogs.
+  std::list<__int64> GetObjects() const;
 
   // Files. New file cookies are drawn from the random number that the system gives.
   __int64 DrawFileCookie(unsigned random) const;

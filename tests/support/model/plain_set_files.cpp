@@ -6,10 +6,6 @@
 #include "support/statuses.h"
 
 namespace ondrel::test {
-namespace {
-
-}  // namespace
-
 const PlainText* PlainSet::IconPathOf(__int64 cookie) const {
   for (const auto& [path, other] : m_iconPaths) {
     if (other == cookie) return &path;

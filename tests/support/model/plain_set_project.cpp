@@ -117,7 +117,8 @@ void PlainSet::LoadProject(const PlainProject& project, const PlainText& fileNam
   PlainSet loaded;
   if (project.top) loaded.LoadNode(kProjectRoot, *project.top);
   for (const PlainRecord& record : project.dialogs) RequireInProject(loaded.AddDialog(record.cookie, record));
-  for (const PlainProject::File& file : project.icons) RequireInProject(loaded.InsertIconFile(pathOf(file), file.cookie, disk));
+  for (const PlainProject::File& file : project.icons)
+    RequireInProject(loaded.InsertIconFile(pathOf(file), file.cookie, disk));
   for (const PlainProject::File& file : project.codeFiles) {
     if (factory == PlainFactory::isEmpty) throw PlainRefusal{"std::bad_function_call"};
     const PlainText path = pathOf(file);

@@ -4,29 +4,21 @@
 
 #include <algorithm>
 #include <atomic>
-#include <functional>
 #include <list>
 #include <random>
 #include <set>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
 #include "support/object_set_probe.h"
+#include "threads/on_threads.h"
 
 namespace ondrel::test {
 namespace {
 
-constexpr int kThreads = 4;
 constexpr int kRounds = 300;
-
-void OnThreads(const std::function<void(int)>& work) {
-  std::vector<std::thread> threads;
-  for (int index = 0; index < kThreads; ++index) threads.emplace_back(work, index);
-  for (std::thread& thread : threads) thread.join();
-}
 
 /// The index must know each node and dialog once, under its key, and nothing else.
 void ExpectConsistent(const CMMCObjectSet& set) {

@@ -1,15 +1,15 @@
-// The set's lock: which operations wait for it, and that it is free whatever leaves an operation.
+// The set's lock: which operations wait for it.
 
 #include <gtest/gtest.h>
 
-#include <atomic>
 #include <chrono>
 #include <functional>
-#include <new>
+#include <future>
 #include <string>
 #include <thread>
 
-#include "support/failing_allocation.h"
+#include "support/archive_bytes.h"
+#include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
 #include "support/model/sets.h"
 #include "support/object_set_probe.h"
@@ -30,18 +30,20 @@ bool WaitsForTheLock(const std::function<void(CMMCObjectSet&)>& run) {
   CMMCObjectSet set(LeaveToSet);
   set.AddNewNode(-1, _T("a"), CMMCObjectParams::eList);
   set.AddNewNode(-1, _T("b"), CMMCObjectParams::eList);
-  std::atomic<bool> started = false;
-  std::atomic<bool> ended = false;
+  Probe::InsertIconFile(set, 9, CMMCObjectIcon());
+  Probe::InsertCodeFile(set, _T("b.js"), 10, Unchanged);
+  std::promise<void> started;
+  std::promise<void> ended;
   CSingleLock lock(&Probe::Lock(set), TRUE);
   std::thread other([&] {
-    started = true;
+    started.set_value();
     run(set);
-    ended = true;
+    ended.set_value();
   });
-  while (!started) std::this_thread::yield();
+  started.get_future().wait();
+  std::future<void> end = ended.get_future();
   // An operation without the lock ends long before; one that waits never does.
-  std::this_thread::sleep_for(milliseconds(20));
-  const bool waited = !ended;
+  const bool waited = end.wait_for(milliseconds(20)) == std::future_status::timeout;
   lock.Unlock();
   other.join();
   return waited;
@@ -96,6 +98,45 @@ TEST(SetLock, IsTakenByEveryOperationOnTheStores) {
          int image = 0;
          set.GetIconFileImage(5, image);
        }},
+      {"AddIconFile",
+       [](auto& set) {
+         __int64 cookie = 0;
+         set.AddIconFile(_T("missing.ico"), cookie);
+       }},
+      {"GetIconImageList",
+       [](auto& set) {
+         CImageList list;
+         set.GetIconImageList(16, 16, list);
+       }},
+      {"GetIconBitmapImages",
+       [](auto& set) {
+         HBITMAP smallStrip = nullptr;
+         HBITMAP largeStrip = nullptr;
+         set.GetIconBitmapImages(0, smallStrip, largeStrip);
+         DeleteObject(smallStrip);
+         DeleteObject(largeStrip);
+       }},
+      {"SerializeIconFile", [](auto& set) { Stored([&](CVellum& archive) { set.SerializeIconFile(9, archive); }); }},
+      {"SerializeCodeFile",
+       [](auto& set) {
+         Stored([&](CVellum& archive) {
+           EXPECT_THROW(set.SerializeCodeFile(99, archive, Unchanged, {}), CArchiveException);
+         });
+       }},
+      {"DeserializeIconFile",
+       [](auto& set) {
+         LoadingArchive archive(Cookie(3) + TinyIconBytes());
+         set.DeserializeIconFile(*archive);
+       }},
+      {"DeserializeCodeFile",
+       [](auto& set) {
+         LoadingArchive archive(Cookie(3) + ByteVector("x"));
+         set.DeserializeCodeFile(*archive);
+       }},
+      {"the save of an image", [](auto& set) { EXPECT_THROW(SavedImage(set), CArchiveException); }},
+      {"the save of a project", [](auto& set) { SavedProject(set); }},
+      {"the load of an image", [](auto& set) { LoadImage(set, Long(1) + Long(1) + std::string(40, '\0')); }},
+      {"the load of a project", [](auto& set) { LoadProject(set, "<Project/>"); }},
   };
   for (const Operation& operation : operations) EXPECT_TRUE(WaitsForTheLock(operation.run)) << operation.name;
 }
@@ -115,77 +156,6 @@ TEST(SetLock, IsNotTakenWhereItsCallersHoldIt) {
   CMMCObjectSet set(LeaveToSet);
   CSingleLock lock(&Probe::Lock(set), TRUE);
   std::thread([&] { Probe::Initialise(set); }).join();
-}
-
-/// Runs an operation with its first, second, ... allocation failing, up to the run that needs no more. After each
-/// failure the objects and the flag must be as before, and another thread must get the lock.
-void FailEachAllocation(const char* name, const std::function<void(CMMCObjectSet&)>& run) {
-  int failures = 0;
-  for (long index = 0;; ++index) {
-    CMMCObjectSet set(LeaveToSet);
-    const CString longName(_T('n'), 100);  // beyond what a string holds without an allocation
-    ASSERT_EQ(set.AddNode(-1, 1, MakeRecord({.cookie = 1, .name = longName, .scripts = {1}})), 0);
-    ASSERT_EQ(set.AddNode(-1, 2, MakeRecord({.cookie = 2, .name = longName, .childQueries = {{longName, 1}}})), 0);
-    ASSERT_EQ(set.AddNode(2, 3, MakeRecord({.cookie = 3, .name = longName})), 0);
-    ASSERT_EQ(set.AddDialog(4, MakeRecord({.cookie = 4, .name = longName, .renderQueries = {{longName, 1}}})), 0);
-    const std::string before = DescribeObjects(set);
-    bool raised = false;
-    bool ranShort = false;
-    {
-      const FailingAllocation failing(index);
-      try {
-        run(set);
-      } catch (const std::bad_alloc&) {
-        raised = true;
-      } catch (const CMemoryException&) {
-        raised = true;
-      }
-      ranShort = failing.HasFailed();
-    }
-    EXPECT_EQ(raised, ranShort) << name << ", allocation " << index;
-    std::thread([&] { set.GetChildNodes(-1); }).join();  // hangs if the lock is still held
-    if (!ranShort) break;
-    ++failures;
-    EXPECT_EQ(DescribeObjects(set), before) << name << ", allocation " << index;
-    EXPECT_FALSE(set.IsModified()) << name << ", allocation " << index;
-  }
-  EXPECT_GT(failures, 0) << name << " allocates nothing, so nothing was tested";
-}
-
-TEST(SetLock, IsFreeAndTheSetAsBeforeWhenMemoryRunsShort) {
-  static const CString longName(_T('m'), 100);
-  static const CMMCObjectParams record = MakeRecord({.cookie = 7, .name = longName, .scripts = {1, 2}});
-  const Operation operations[] = {
-      {"GetChildNodes", [](auto& set) { set.GetChildNodes(-1); }},
-      {"GetDialogs", [](auto& set) { set.GetDialogs(); }},
-      {"AddNewNode", [](auto& set) { set.AddNewNode(-1, longName, CMMCObjectParams::eList); }},
-      {"AddNode", [](auto& set) { set.AddNode(-1, 7, record); }},
-      {"AddNewDialog", [](auto& set) { set.AddNewDialog(longName); }},
-      {"AddDialog", [](auto& set) { set.AddDialog(7, record); }},
-      {"MoveNodeDown", [](auto& set) { set.MoveNodeDown(1); }},
-      {"RemoveDialog", [](auto& set) { set.RemoveDialog(4); }},
-  };
-  for (const Operation& operation : operations) FailEachAllocation(operation.name, operation.run);
-}
-
-TEST(SetLock, IsFreeWhenARecordCannotBeReplaced) {
-  static const CMMCObjectParams record = MakeRecord({.cookie = 1, .name = CString(_T('m'), 100), .scripts = {1, 2}});
-  for (long index = 0;; ++index) {
-    CMMCObjectSet set(LeaveToSet);
-    ASSERT_EQ(set.AddNode(-1, 1, MakeRecord({.cookie = 1})), 0);
-    bool raised = false;
-    {
-      const FailingAllocation failing(index);
-      try {
-        set.SetParams(1, &record);
-      } catch (const std::bad_alloc&) {
-        raised = true;
-      }
-    }
-    std::thread([&] { set.GetChildNodes(-1); }).join();  // hangs if the lock is still held
-    EXPECT_EQ(set.IsModified(), !raised) << "allocation " << index;
-    if (!raised) break;
-  }
 }
 
 }  // namespace

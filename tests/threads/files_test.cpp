@@ -14,6 +14,7 @@
 #include "support/archive_bytes.h"
 #include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
+#include "support/statuses.h"
 
 namespace ondrel::test {
 namespace {
@@ -113,7 +114,7 @@ TEST(IconFilesThreads, OfSeveralThreadsOneGetsAPath) {
       __int64 cookie = 0;
       const HRESULT status = set.AddIconFile(path, cookie);
       if (status == S_OK) ++added;
-      if (status == static_cast<HRESULT>(0x800700B7)) ++refused;
+      if (status == kAlreadyExists) ++refused;
     });
   }
   for (std::thread& thread : threads) thread.join();
