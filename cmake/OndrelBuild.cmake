@@ -24,6 +24,19 @@ if(ONDREL_FUZZ)
   add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 
+# Counts what is run of a folder's sources, in files beside the objects, to which every process adds when it ends. The
+# folders of the libraries call it, and that of the command for what the contract headers hold; that of the module's
+# tests too, because it builds sources of the library once more.
+option(ONDREL_COVERAGE "Count which lines and branches of the libraries are run; needs GCC" OFF)
+if(ONDREL_COVERAGE)
+  add_link_options(--coverage)
+endif()
+macro(ondrel_count_coverage)
+  if(ONDREL_COVERAGE)
+    add_compile_options(--coverage -fprofile-update=atomic -fprofile-abs-path)
+  endif()
+endmacro()
+
 # Libraries of Windows carry no "lib" before their names, and find those that they need beside them: the compiler's
 # runtime, which the libraries and their hosts share, lies there too.
 set(ONDREL_RUNTIME_LIBRARIES "")

@@ -14,7 +14,7 @@ namespace ondrel::test {
 namespace {
 
 // Bad input must be refused within a second. The sanitizers slow the program down and take their time at its end.
-constexpr std::chrono::milliseconds kLongestRefusal{kSanitized ? 5'000 : 1'000};
+constexpr std::chrono::milliseconds kLongestRefusal{kSlowed ? 5'000 : 1'000};
 
 }  // namespace
 

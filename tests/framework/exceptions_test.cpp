@@ -58,6 +58,9 @@ TEST(Exceptions, SayWhatFailedInOneLine) {
   EXPECT_STREQ(CInvalidArgException().what(), "an argument is not valid");
   EXPECT_STREQ(COleException(static_cast<HRESULT>(0x800700B7)).what(),
                "a call failed with status 0x800700B7: already exists");
+  EXPECT_STREQ(COleException(static_cast<HRESULT>(0x800710D3)).what(),
+               "a call failed with status 0x800710D3: not empty");
+  EXPECT_STREQ(COleException(E_POINTER).what(), "a call failed with status 0x80004003: a null pointer");
   EXPECT_STREQ(COleException(static_cast<HRESULT>(0x8765ABCD)).what(), "a call failed with status 0x8765ABCD");
   EXPECT_STREQ(CArchiveException(3, nullptr).what(), "the data of the archive ends early");
   EXPECT_STREQ(CArchiveException(2, _T("a\\b.bin")).what(),

@@ -232,6 +232,25 @@ TEST(File, ResizingAFileOpenedToBeReadIsDenied) {
   EXPECT_EQ(ReadBytes(folder / "a.js"), "abc");
 }
 
+TEST(File, MayBeSharedForWritingAlone) {
+  const TemporaryFolder folder;
+  const CString path = Wide(folder / "a.bin");
+  CFile first(path, CFile::modeCreate | CFile::modeWrite | CFile::shareDenyRead);
+  CFile second(path, CFile::modeWrite | CFile::shareDenyRead);
+  first.Write("ab", 2);
+  second.Write("x", 1);
+  first.Close();
+  second.Close();
+  EXPECT_EQ(ReadBytes(folder / "a.bin"), "xb");
+}
+
+TEST(File, AWayOfSharingThatThereIsNotIsAnInvalidArgument) {
+  constexpr UINT kNoSharing = 0x50;
+  const TemporaryFolder folder;
+  const CString path = Wide(folder.Write("a.bin", "a"));
+  EXPECT_THROW(CFile(path, CFile::modeRead | kNoSharing), CInvalidArgException);
+}
+
 TEST(File, ADuplicateSharesThePosition) {
   const TemporaryFolder folder;
   CFile file(Wide(folder.Write("a.js", "abcdef")), CFile::modeRead);

@@ -159,6 +159,15 @@ TEST(PosixFile, RemovesAndReplaces) {
   EXPECT_EQ(folder.Listing(), "");
 }
 
+TEST(PosixFile, FoldersInThePlaceOfAFileSayWhatIsWrong) {
+  const TemporaryFolder folder;
+  folder.Write("full/a", "");
+  std::filesystem::create_directory(folder / "empty");
+  EXPECT_EQ(ReplaceOsFile(Wide(folder / "empty"), Wide(folder / "full")), ERROR_NOT_EMPTY);
+  EXPECT_EQ(ReplaceOsFile(Wide(folder / "full"), Wide(folder / "full/sub")), ERROR_INVALID_PARAMETER);
+  EXPECT_EQ(folder.Listing(), "empty\nfull\nfull/a\n");
+}
+
 TEST(PosixFile, AFullDiskIsAnErrorOfTheWrite) {
   PrepareProgram();
   const TemporaryFolder folder;

@@ -109,6 +109,26 @@ TEST(PosixReplacementFile, KeepsThePermissionsOfTheOldFile) {
   }
 }
 
+TEST(PosixReplacementFile, AGroupThatCannotBeKeptLeavesTheNewGroupWhatEveryoneHas) {
+  if (!CanDropPrivileges()) GTEST_SKIP() << "only the superuser can give a file to a group of others";
+  constexpr uid_t kNobody = 65534;
+  constexpr gid_t kGroupOfOthers = 12345;
+  const TemporaryFolder folder;
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
+  for (const auto& [old, expected] : {std::pair{0664U, 0644U}, {0660U, 0600U}, {0677U, 0677U}, {0750U, 0700U}}) {
+    const fs::path path = folder.Write("image.bin", "old");
+    ASSERT_EQ(chown(path.c_str(), kNobody, kGroupOfOthers), 0);
+    ASSERT_EQ(chmod(path.c_str(), old), 0);
+    {
+      const Unprivileged user;
+      Replace(path, "new");
+    }
+    EXPECT_EQ(PermissionsOf(path), expected) << std::oct << old;
+    EXPECT_EQ(ReadBytes(path), "new");
+    fs::remove(path);
+  }
+}
+
 TEST(PosixReplacementFile, ANewFileHasThePermissionsOfTheMask) {
   const TemporaryFolder folder;
   const mode_t before = umask(027);
@@ -166,6 +186,28 @@ TEST(PosixReplacementFile, InAFolderRemovedMeanwhileIsABadPath) {
   EXPECT_EQ(fault->m_cause, CFileException::badPath);
   EXPECT_EQ(fault->m_strFileName, Wide(folder / "sub/image.bin"));
   EXPECT_EQ(folder.Listing(), "");
+}
+
+TEST(PosixReplacementFile, InAFolderThatMayNoLongerBeWrittenToIsDenied) {
+  const TemporaryFolder folder;
+  folder.Write("image.bin", "old");
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0777), 0);
+  std::optional<ReplacementFile> file;
+  {
+    const Unprivileged user;
+    file.emplace(Wide(folder / "new.bin"));
+    file->Write("new", 3);
+  }
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0555), 0);
+  std::optional<CFileException> fault;
+  {
+    const Unprivileged user;
+    fault = Raised<CFileException>([&] { file->Commit(); });
+  }
+  ASSERT_EQ(chmod(folder.Path().c_str(), 0755), 0);
+  ASSERT_TRUE(fault);
+  EXPECT_EQ(fault->m_cause, CFileException::accessDenied);
+  EXPECT_EQ(folder.Listing(), "image.bin\n");
 }
 
 // Where a file needs a name from its making on, the same holds as everywhere else.

@@ -15,7 +15,7 @@ namespace ondrel::test {
 inline constexpr std::chrono::milliseconds kMostTime(kThreadSanitized ? 1000 : 100);
 inline constexpr long kMostBytes = 16L * 1024 * 1024;
 /// Of files as large as they may be, and of images of the most pixels, whose every pixel passes a sanitizer.
-inline constexpr std::chrono::milliseconds kMostTimeOfLargest(kThreadSanitized ? 5000 : kSanitized ? 500 : 100);
+inline constexpr std::chrono::milliseconds kMostTimeOfLargest(kThreadSanitized ? 5000 : kSlowed ? 500 : 100);
 inline constexpr long kMostBytesOfLargest = 64L * 1024 * 1024;
 
 struct MostCosts {

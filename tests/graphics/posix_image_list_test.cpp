@@ -96,5 +96,26 @@ TEST(PosixImageList, ShortMemoryLeavesItAsItWas) {
   EXPECT_EQ(failures, 3) << "colour, mask and the list's own room";
 }
 
+TEST(PosixImageList, ShortMemoryGivesNoIcon) {
+  CImageList list;
+  ASSERT_TRUE(list.Create(32, 32, kMaskedColour, 0, 0));
+  const UniqueIcon icon = LargeIconOf(PatternPicture(32, 32, 8));
+  ASSERT_EQ(ImageList_ReplaceIcon(list.GetSafeHandle(), -1, icon.get()), 0);
+  UniqueIcon given;
+  long failures = 0;
+  for (;; ++failures) {
+    DWORD reason = ERROR_SUCCESS;
+    {
+      const FailingAllocation failing(failures);
+      given.reset(ImageList_GetIcon(list.GetSafeHandle(), 0, 0));
+      reason = GetLastError();
+    }
+    if (given != nullptr) break;
+    EXPECT_EQ(reason, ERROR_OUTOFMEMORY) << "allocation " << failures;
+  }
+  EXPECT_EQ(failures, 3) << "the icon, its colour and its mask";
+  EXPECT_TRUE(Shows(given.get(), 32, PatternPicture(32, 32, 8)));
+}
+
 }  // namespace
 }  // namespace ondrel::test

@@ -102,9 +102,13 @@ TEST(BitmapPixels, PixelsOutsideTheGeometryReadBlackAndIgnoreWrites) {
       EXPECT_EQ(bitmap.GetPixel(outside, 0), 0U) << "x " << outside << ", depth " << depth;
       EXPECT_EQ(bitmap.GetPixel(0, outside), 0U) << "y " << outside << ", depth " << depth;
       EXPECT_EQ(bitmap.GetPixel(outside, outside), 0U) << outside << ", depth " << depth;
+      EXPECT_EQ(bitmap.GetPixel(outside, 4), 0U) << "x " << outside << " of row 4, depth " << depth;
+      EXPECT_EQ(bitmap.GetPixel(4, outside), 0U) << "y " << outside << " of column 4, depth " << depth;
       bitmap.SetPixel(outside, 0, 0x00112233);
       bitmap.SetPixel(0, outside, 0x00112233);
       bitmap.SetPixel(outside, outside, 0x00112233);
+      bitmap.SetPixel(outside, 4, 0x00112233);
+      bitmap.SetPixel(4, outside, 0x00112233);
     }
     EXPECT_EQ(Hex(BufferOf(bitmap)), Hex(pixels)) << "depth " << depth;
   }
@@ -116,6 +120,18 @@ TEST(BitmapPixels, PixelsBeyondATruncatedRowReadBlack) {
   EXPECT_EQ(bitmap.GetPixel(7, 0), kWhite);
   EXPECT_EQ(bitmap.GetPixel(8, 0), 0U);
   EXPECT_EQ(bitmap.GetPixel(9, 0), 0U);
+}
+
+TEST(BitmapPixels, RowsOfLessThanAByteAllBeginAtTheFirst) {
+  CMMCObjectBitmap bitmap(4, 2, 1, 1);
+  ASSERT_EQ(bitmap.bmWidthBytes, 0);
+  Fill(bitmap, "\xA0");
+  for (const int y : {0, 1}) {
+    EXPECT_EQ(bitmap.GetPixel(0, y), kWhite) << "row " << y;
+    EXPECT_EQ(bitmap.GetPixel(1, y), 0U) << "row " << y;
+    EXPECT_EQ(bitmap.GetPixel(2, y), kWhite) << "row " << y;
+    EXPECT_EQ(bitmap.GetPixel(3, y), 0U) << "row " << y;
+  }
 }
 
 TEST(BitmapPixels, ABufferShorterThanTheGeometryIsNotLeft) {
@@ -134,6 +150,19 @@ TEST(BitmapPixels, ABufferShorterThanTheGeometryIsNotLeft) {
   Fill(mask, "\xFF");
   mask.bmHeight = 2;
   EXPECT_EQ(mask.GetPixel(0, 1), 0U);
+}
+
+TEST(BitmapPixels, ABufferLongerThanTheGeometryEndsAtTheGeometry) {
+  for (const WORD depth : {WORD{1}, WORD{32}}) {
+    CMMCObjectBitmap bitmap(8, 8, 1, depth);
+    const std::string pixels(bitmap.GetLength(), '\xFF');
+    Fill(bitmap, pixels);
+    bitmap.bmHeight = 2;
+    EXPECT_EQ(bitmap.GetPixel(0, 1), kWhite) << "depth " << depth;
+    EXPECT_EQ(bitmap.GetPixel(0, 2), 0U) << "depth " << depth;
+    bitmap.SetPixel(0, 2, 0x00112233);
+    EXPECT_EQ(Hex(BufferOf(bitmap)), Hex(pixels)) << "depth " << depth;
+  }
 }
 
 TEST(BitmapPixels, RowBytesThatLeadOutsideTheBufferAreSafe) {

@@ -177,6 +177,19 @@ TEST(IconFilesStrips, AFirstIconOfAnotherDepthGivesStripsOfThatDepthWithoutPixel
   }
 }
 
+TEST(IconFilesStrips, OnePixelOfABitMakesAStripOfNoWholeByte) {
+  CMMCObjectSet set(LeaveToSet);
+  const std::string bit = BitmapBytes(1, 1, 2, 1, std::string("\x80\0", 2));
+  InsertRecord(set, 1, bit + bit + bit + bit);
+  const Strips strips(set);
+  for (const auto* const strip : {&strips.smallIcon, &strips.large}) {
+    ASSERT_NE(*strip, nullptr);
+    EXPECT_EQ(Geometry(*strip).bmWidth, 1);
+    EXPECT_EQ(Geometry(*strip).bmHeight, 1);
+    EXPECT_EQ(Geometry(*strip).bmBitsPixel, 1);
+  }
+}
+
 TEST(IconFilesStrips, RowsThatThePlatformPadsAreNotReadBeyondTheStrip) {
   // 3 pixels of 8 bits: the strip's rows take 3 bytes, the platform's 4.
   CMMCObjectSet set(LeaveToSet);

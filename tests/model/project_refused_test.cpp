@@ -235,6 +235,33 @@ TEST_F(ProjectRefused, AFileThatCannotBeReadToItsEnd) {
   EXPECT_EQ(Observed(m_set), before);
 }
 
+/// A file that claims a length of its own.
+class ClaimingFile final : public FaultyFile {
+ public:
+  ClaimingFile(const std::string& bytes, ULONGLONG claim)
+      : FaultyFile(bytes.data(), static_cast<UINT>(bytes.size())), m_claim(claim) {}
+  ULONGLONG GetLength() const override { return m_claim; }
+
+ private:
+  const ULONGLONG m_claim;
+};
+
+TEST_F(ProjectRefused, AFileThatClaimsMoreThanATextHoldsIsNotRead) {
+  const std::string before = Observed(m_set);
+  for (const ULONGLONG claim : {0x80000000ULL, 0xFFFFFFFFULL, 0x100000000ULL, 0xFFFFFFFFFFFFFFFFULL}) {
+    ClaimingFile file("<Project/>", claim);
+    CVellum archive(&file, CArchive::load);
+    EXPECT_THROW(m_set.SerializeProjectFile(archive, UnchangedFor), CMemoryException) << claim;
+    EXPECT_EQ(file.Reads(), 0) << claim;
+  }
+  EXPECT_EQ(Observed(m_set), before);
+  ClaimingFile file("<Project/>", 0x7FFFFFFF);
+  CVellum archive(&file, CArchive::load);
+  m_set.SerializeProjectFile(archive, UnchangedFor);
+  EXPECT_TRUE(m_set.GetChildNodes(-1).empty()) << "what is there was read";
+  EXPECT_LE(file.LargestRead(), 1U << 20) << "no more room was made on the word of the claim";
+}
+
 TEST_F(ProjectRefused, ATruncatedProject) {
   const std::string whole = Project(Nodes(kNode) + Dialogs(kDialogElement) + Files(kFileElement));
   for (std::size_t length = 0; length < whole.size(); ++length) ExpectStatus(whole.substr(0, length), kInvalidData);

@@ -96,7 +96,7 @@ constexpr const char* kOutcomes[] = {
 };
 
 TEST(SetRandomEdits, AnswerAndLeaveWhatTheRulesSay) {
-  constexpr std::uint32_t kPrograms = kSanitized ? 100 : 300;
+  constexpr std::uint32_t kPrograms = kSlowed ? 100 : 300;
   constexpr int kBytes = 1200;
   PlainDisk disk;
   std::map<std::string, int> outcomes;
@@ -115,7 +115,7 @@ TEST(SetRandomEdits, AnswerAndLeaveWhatTheRulesSay) {
 
 /// A tree of nodes that mostly fit together, with more siblings than the runs above have.
 TEST(SetRandomEdits, MovesInWideTreesLeaveWhatTheRulesSay) {
-  constexpr int kRuns = kSanitized ? 8 : 20;
+  constexpr int kRuns = kSlowed ? 8 : 20;
   constexpr int kNodes = 60;
   constexpr int kMoves = 40;
   int moved = 0;

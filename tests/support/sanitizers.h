@@ -1,5 +1,5 @@
-// Whether a sanitizer watches this build. It makes everything several times slower and larger, so tests of great depths
-// and of times allow for it.
+// Whether a sanitizer watches this build, or counts are taken of what it runs. Both make everything several times
+// slower and sanitizers make it larger too, so tests of great depths and of times allow for it.
 #pragma once
 
 namespace ondrel::test {
@@ -15,6 +15,12 @@ inline constexpr bool kSanitized = false;
 inline constexpr bool kThreadSanitized = true;
 #else
 inline constexpr bool kThreadSanitized = false;
+#endif
+
+#if defined(ONDREL_COVERAGE)
+inline constexpr bool kSlowed = true;
+#else
+inline constexpr bool kSlowed = kSanitized;
 #endif
 
 }  // namespace ondrel::test

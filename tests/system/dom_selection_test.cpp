@@ -97,5 +97,30 @@ TEST(DomSelection, AListBearsThatItsNodesMove) {
   EXPECT_LE(moved, 3);
 }
 
+TEST(DomSelection, OfADocumentBeginsAtItsRoot) {
+  const CComPtr<IXMLDOMDocument> document = Loaded("<r><a N='1'/></r>");
+  CComPtr<IXMLDOMNode> node;
+  EXPECT_EQ(document->selectSingleNode(CComBSTR(_T("r/a")), &node), S_OK);
+  EXPECT_EQ(AttributeOf(node, _T("N")), _T("1"));
+  node.Release();
+  EXPECT_EQ(document->selectSingleNode(CComBSTR(_T("a")), &node), S_FALSE);
+  EXPECT_EQ(node.p, nullptr);
+}
+
+TEST(DomSelection, PassesOverInstructions) {
+  const CComPtr<IXMLDOMDocument> document = Loaded("<r/>");
+  CComPtr<IXMLDOMProcessingInstruction> instruction;
+  ASSERT_EQ(document->createProcessingInstruction(CComBSTR(_T("a")), CComBSTR(_T("q")), &instruction), S_OK);
+  ASSERT_EQ(RootOf(document)->appendChild(instruction, nullptr), S_OK);
+  ASSERT_EQ(RootOf(document)->appendChild(NewElement(document, _T("a")), nullptr), S_OK);
+  EXPECT_EQ(Selected(RootOf(document), _T("a")), "a((none)) ");
+  CComPtr<IXMLDOMNodeList> tagged;
+  ASSERT_EQ(RootOf(document)->getElementsByTagName(CComBSTR(_T("a")), &tagged), S_OK);
+  for (const HRESULT status : {S_OK, S_FALSE}) {
+    CComPtr<IXMLDOMNode> node;
+    EXPECT_EQ(tagged->nextNode(&node), status);
+  }
+}
+
 }  // namespace
 }  // namespace ondrel::test

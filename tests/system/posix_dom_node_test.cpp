@@ -54,5 +54,33 @@ TEST(PosixDomNode, AttributesNeedAPlace) {
   EXPECT_EQ(Hex(RootOf(Loaded("<r/>"))->get_attributes(nullptr)), Hex(E_INVALIDARG));
 }
 
+TEST(PosixDomNode, AnInstructionIsGivenBackWhenItIsAppended) {
+  const CComPtr<IXMLDOMDocument> document = Loaded("<r/>");
+  CComPtr<IXMLDOMProcessingInstruction> instruction;
+  ASSERT_EQ(document->createProcessingInstruction(CComBSTR(_T("p")), CComBSTR(_T("q")), &instruction), S_OK);
+  CComPtr<IXMLDOMNode> appended;
+  ASSERT_EQ(RootOf(document)->appendChild(instruction, &appended), S_OK);
+  EXPECT_EQ(appended.p, static_cast<IXMLDOMNode*>(instruction.p));
+}
+
+TEST(PosixDomNode, AttributesAndListsOfferTheirInterfacesAndNoOthers) {
+  const CComPtr<IXMLDOMDocument> document = Loaded("<r><a/></r>");
+  CComPtr<IXMLDOMNamedNodeMap> attributes;
+  ASSERT_EQ(RootOf(document)->get_attributes(&attributes), S_OK);
+  CComPtr<IXMLDOMNamedNodeMap> same;
+  EXPECT_EQ(attributes->QueryInterface(platform::InterfaceId<IXMLDOMNamedNodeMap>(), reinterpret_cast<void**>(&same)),
+            S_OK);
+  EXPECT_EQ(same.p, attributes.p);
+  CComPtr<IXMLDOMNodeList> list;
+  ASSERT_EQ(document->selectNodes(CComBSTR(_T("r/a")), &list), S_OK);
+  CComPtr<IXMLDOMNodeList> again;
+  EXPECT_EQ(list->QueryInterface(platform::InterfaceId<IXMLDOMNodeList>(), reinterpret_cast<void**>(&again)), S_OK);
+  EXPECT_EQ(again.p, list.p);
+  CComPtr<IStream> stream;
+  EXPECT_EQ(Hex(list->QueryInterface(platform::InterfaceId<IStream>(), reinterpret_cast<void**>(&stream))),
+            Hex(E_NOINTERFACE));
+  EXPECT_EQ(stream.p, nullptr);
+}
+
 }  // namespace
 }  // namespace ondrel::test

@@ -48,5 +48,35 @@ TEST(PosixSaxReader, AttributesThatAreNotThereAreInvalid) {
   EXPECT_EQ(asker.asked, 1);
 }
 
+/// Takes the attributes that it is given for any other object.
+class Holder final : public Recorder {
+ public:
+  HRESULT STDMETHODCALLTYPE startElement(const WCHAR*, int, const WCHAR*, int, const WCHAR*, int,
+                                         ISAXAttributes* attributes) override {
+    CComPtr<ISAXAttributes> same;
+    EXPECT_EQ(attributes->QueryInterface(platform::InterfaceId<ISAXAttributes>(), reinterpret_cast<void**>(&same)),
+              S_OK);
+    EXPECT_EQ(same.p, attributes);
+    CComPtr<IStream> stream;
+    EXPECT_EQ(Hex(attributes->QueryInterface(platform::InterfaceId<IStream>(), reinterpret_cast<void**>(&stream))),
+              Hex(E_NOINTERFACE));
+    same.Release();
+    const WCHAR* text = nullptr;
+    int length = 0;
+    EXPECT_EQ(attributes->getValue(0, &text, &length), S_OK);
+    EXPECT_EQ(CString(text, length), _T("1"));
+    ++held;
+    return S_OK;
+  }
+
+  int held = 0;
+};
+
+TEST(PosixSaxReader, AttributesMayBeHeldWhileTheirElementIsReported) {
+  Holder holder;
+  EXPECT_EQ(Parse(NewReader(&holder), Loaded("<a x='1'/>")), S_OK);
+  EXPECT_EQ(holder.held, 1);
+}
+
 }  // namespace
 }  // namespace ondrel::test

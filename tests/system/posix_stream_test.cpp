@@ -2,6 +2,7 @@
 // blocks of nothing. Windows leaves those bytes open, takes only part of a distant position, and may crash on null.
 #include <gtest/gtest.h>
 
+#include "support/counted_stream.h"
 #include "system/documents.h"
 #include "system/memory_streams.h"
 
@@ -88,6 +89,23 @@ TEST(PosixGlobalBlock, NullIsAnInvalidHandle) {
   SetLastError(ERROR_SUCCESS);
   EXPECT_EQ(GlobalUnlock(nullptr), FALSE);
   EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
+}
+
+TEST(PosixGlobalBlock, OfAStreamOfSomeoneElsesIsRefused) {
+  /// Neither reads nor writes: it is only asked who it is.
+  class ForeignStream final : public CountedStream {
+    HRESULT STDMETHODCALLTYPE Read(void*, ULONG, ULONG*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Write(const void*, ULONG, ULONG*) override { return E_NOTIMPL; }
+  };
+  ForeignStream foreign;
+  const CComPtr<IStream> own = NewStream();
+  HGLOBAL block = nullptr;
+  ASSERT_EQ(GetHGlobalFromStream(own, &block), S_OK);
+  EXPECT_EQ(Hex(GetHGlobalFromStream(&foreign, &block)), Hex(E_INVALIDARG));
+  EXPECT_EQ(block, nullptr);
+  EXPECT_EQ(Hex(GetHGlobalFromStream(nullptr, &block)), Hex(E_INVALIDARG));
+  EXPECT_EQ(Hex(GetHGlobalFromStream(own, nullptr)), Hex(E_INVALIDARG));
+  EXPECT_EQ(foreign.References(), 0U);
 }
 
 }  // namespace

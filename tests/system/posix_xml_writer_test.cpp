@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "system/documents.h"
+#include "system/memory_streams.h"
 #include "system/written_size.h"
 
 namespace ondrel::test {
@@ -79,6 +80,43 @@ TEST(PosixXmlWriter, TakesOnlyTheOutputsAndEncodingsItKnows) {
   EXPECT_EQ(Hex(writer->put_output(CComVariant(static_cast<IUnknown*>(nullptr)))), Hex(E_INVALIDARG));
   EXPECT_EQ(Hex(writer->put_output(CComVariant(static_cast<IUnknown*>(NewDocument())))), Hex(E_INVALIDARG));
   EXPECT_EQ(writer->put_output(CComVariant()), S_OK);
+}
+
+/// Attributes of which each fails to give its value.
+class FailingAttributes final : public ISAXAttributes {
+ public:
+  HRESULT STDMETHODCALLTYPE QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+  ULONG STDMETHODCALLTYPE AddRef() override { return 1; }
+  ULONG STDMETHODCALLTYPE Release() override { return 1; }
+  HRESULT STDMETHODCALLTYPE getLength(int* length) override {
+    *length = 1;
+    return m_failsAtOnce ? E_FAIL : S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE getQName(int, const WCHAR** name, int* length) override {
+    *name = _T("x");
+    *length = 1;
+    return S_OK;
+  }
+  HRESULT STDMETHODCALLTYPE getValue(int, const WCHAR**, int*) override { return E_NOTIMPL; }
+
+  explicit FailingAttributes(bool failsAtOnce) : m_failsAtOnce(failsAtOnce) {}
+
+ private:
+  const bool m_failsAtOnce;
+};
+
+TEST(PosixXmlWriter, GivesTheFailureOfAttributesBack) {
+  CComPtr<IMXWriter> writer;
+  ASSERT_EQ(writer.CoCreateInstance(CLSID_MXXMLWriter60, nullptr, CLSCTX_ALL), S_OK);
+  const CComPtr<IStream> stream = NewStream();
+  ASSERT_EQ(writer->put_output(CComVariant(static_cast<IUnknown*>(stream))), S_OK);
+  CComPtr<ISAXContentHandler> handler;
+  ASSERT_EQ(platform::GetContentHandler(writer, &handler), S_OK);
+  ASSERT_EQ(handler->startDocument(), S_OK);
+  for (const auto& [failsAtOnce, status] : {std::pair{true, E_FAIL}, {false, E_NOTIMPL}}) {
+    FailingAttributes attributes(failsAtOnce);
+    EXPECT_EQ(Hex(handler->startElement(nullptr, 0, nullptr, 0, _T("a"), 1, &attributes)), Hex(status));
+  }
 }
 
 }  // namespace
