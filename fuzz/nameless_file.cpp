@@ -17,6 +17,7 @@ NamelessFile::NamelessFile() : m_descriptor(memfd_create("input", MFD_CLOEXEC)) 
 
 NamelessFile::~NamelessFile() { close(m_descriptor); }
 
+// NOLINTNEXTLINE(readability-make-member-function-const): the file is a part of the object
 void NamelessFile::Replace(std::string_view bytes) {
   const auto length = static_cast<ssize_t>(bytes.size());
   Expect(pwrite(m_descriptor, bytes.data(), bytes.size(), 0) == length && ftruncate(m_descriptor, length) == 0,

@@ -24,7 +24,7 @@ void WriteBigEndian(std::uint8_t* bytes, std::size_t number) {
 }
 
 /// The address behind the last whole chunk.
-std::uint8_t* CorrectChunks(std::uint8_t* chunk, std::uint8_t* end) {
+std::uint8_t* CorrectChunks(std::uint8_t* chunk, const std::uint8_t* end) {
   while (static_cast<std::size_t>(end - chunk) >= kNumberBytes + kNameBytes + kNumberBytes) {
     const std::size_t length = ReadBigEndian(chunk);
     std::uint8_t* const name = chunk + kNumberBytes;

@@ -41,7 +41,7 @@ class ONDREL_API CMMCObjectParams {
   CMMCObjectParams(__int64 cookie, CString name, _eTypeNode type);
   CMMCObjectParams(const CMMCObjectParams& other);
   /// Takes the three lists over, which leaves those of `other` empty; everything else, the name too, is copied.
-  CMMCObjectParams(CMMCObjectParams&& other);
+  CMMCObjectParams(CMMCObjectParams&& other);  // NOLINT(performance-noexcept-move-constructor): a copied name may raise
   CMMCObjectParams& operator=(const CMMCObjectParams& other);
 
   // The virtual operations stand in the order that callers' builds rely on: setters before getters, and the style sheet

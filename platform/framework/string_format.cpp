@@ -39,9 +39,7 @@ class Formatter {
 
   Text Run() {
     while (*m_format != 0) {
-      if (*m_format != '%') {
-        m_text += *m_format++;
-      } else if (*++m_format == '%') {
+      if (*m_format != '%' || *++m_format == '%') {
         m_text += *m_format++;
       } else {
         Convert();
@@ -234,7 +232,7 @@ class Formatter {
 
 }  // namespace
 
-void CString::Format(LPCWSTR format, ...) {
+void CString::Format(LPCWSTR format, ...) {  // NOLINT(cert-dcl50-cpp): as the framework declares it
   if (format == nullptr) AfxThrowInvalidArgException();
   Arguments arguments;
   va_start(arguments.list, format);

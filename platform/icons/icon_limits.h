@@ -7,7 +7,7 @@ namespace ondrel::platform {
 
 /// Pixels of one image. Sixteen times the largest image that a directory can state, 256 x 256: room for the larger ones
 /// that some writers store, and no more than 4 MiB for a colour image, whatever a header claims.
-inline constexpr LONGLONG kMostIconPixels = 1024 * 1024;
+inline constexpr LONGLONG kMostIconPixels = 1024LL * 1024;
 
 /// Rows of a PNG image, whose decoder takes as long for a row as for many pixels. Real ones have as many as columns.
 inline constexpr LONG kMostPngRows = 64 * 1024;
@@ -20,7 +20,7 @@ inline constexpr WORD kMostIconEntries = 1024;
 
 /// Bytes of an icon file, or of the images of an icon in a program, which may be as long as it likes itself. Real ones
 /// stay below 1 MiB; this is several images of the most pixels.
-inline constexpr ULONGLONG kMostIconFileBytes = 32 * 1024 * 1024;
+inline constexpr ULONGLONG kMostIconFileBytes = 32ULL * 1024 * 1024;
 
 /// Sections of a program: as many as the system's loader takes.
 inline constexpr WORD kMostSections = 96;

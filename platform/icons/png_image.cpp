@@ -31,7 +31,7 @@ constexpr BYTE kOpaque = 0xFF;
 
 // Compressed bytes that may follow those of the last row: the end of their stream, and what a careless writer leaves
 // behind it. They are unfolded too, each into a thousand at worst.
-constexpr std::size_t kMostBytesBehindRows = 8 * 1024;
+constexpr std::size_t kMostBytesBehindRows = std::size_t{8} * 1024;
 constexpr png_uint_32 kPixelChunk = 0x49444154;         // IDAT
 constexpr png_uint_32 kTransparencyChunk = 0x74524E53;  // tRNS
 constexpr int kInterlacePasses = 7;
@@ -66,7 +66,7 @@ class PngDecoding : PngRun {
 
  private:
   bool Read() {
-    if (setjmp(png_jmpbuf(m_png)) != 0) return false;
+    if (setjmp(png_jmpbuf(m_png)) != 0) return false;  // NOLINT(cert-err52-cpp): how the library ends
     png_set_read_fn(m_png, this, Supply);
     // The library's own limit on a side is below that on all pixels.
     png_set_user_limits(m_png, kMostIconPixels, kMostIconPixels);

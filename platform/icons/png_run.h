@@ -11,11 +11,13 @@ namespace ondrel::platform {
 /// is a class derived from this one, which keeps what it needs as members and hands these functions to the library,
 /// itself as a PngRun* for the memory's.
 class PngRun {
+ public:
+  PngRun(const PngRun&) = delete;
+  PngRun& operator=(const PngRun&) = delete;
+
  protected:
   PngRun() = default;
   ~PngRun() = default;
-  PngRun(const PngRun&) = delete;
-  PngRun& operator=(const PngRun&) = delete;
 
   [[noreturn]] static void Fail(png_structp png, png_const_charp) { png_longjmp(png, 1); }
   static void Ignore(png_structp, png_const_charp) {}

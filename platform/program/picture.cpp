@@ -33,7 +33,7 @@ class PngEncoding : PngRun {
 
  private:
   bool Write() {
-    if (setjmp(png_jmpbuf(m_png)) != 0) return false;
+    if (setjmp(png_jmpbuf(m_png)) != 0) return false;  // NOLINT(cert-err52-cpp): how the library ends
     png_set_write_fn(m_png, this, Take, Flush);
     png_set_user_limits(m_png, PNG_UINT_31_MAX, PNG_UINT_31_MAX);  // strips are wide
     png_set_IHDR(m_png, m_info, static_cast<png_uint_32>(m_picture.width), static_cast<png_uint_32>(m_picture.height),

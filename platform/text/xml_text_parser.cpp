@@ -34,7 +34,7 @@ constexpr unsigned kMostDeclaredAttributes = 128;
 
 // The text is converted piece by piece into the parser's own buffer. A piece this small stays in the cache; pieces grow
 // when a single token is longer than one, so that the parser need not look at a long token again and again.
-constexpr std::size_t kFirstBlockUnits = 32 * 1024;
+constexpr std::size_t kFirstBlockUnits = std::size_t{32} * 1024;
 constexpr std::size_t kLargestBlockUnits = std::size_t{1} << 28;  // times 3 bytes: fits the parser's int
 
 constexpr std::string_view kXmlns = "xmlns";
@@ -183,7 +183,8 @@ bool XmlTextParser::Parse(std::basic_string_view<WCHAR> text, XmlTextFault& faul
     if (bytes == nullptr) throw std::bad_alloc();
     const Converted converted = ToUtf8(block, bytes);
     const bool isWhole = converted.units == block.size();
-    accepted = XML_ParseBuffer(m_parser, static_cast<int>(converted.bytes), isWhole && rest.empty()) == XML_STATUS_OK;
+    const XML_Bool isLast = isWhole && rest.empty() ? XML_TRUE : XML_FALSE;
+    accepted = XML_ParseBuffer(m_parser, static_cast<int>(converted.bytes), isLast) == XML_STATUS_OK;
     if (accepted && !isWhole) {
       fault.line = 1 + CountLines(text.substr(0, text.size() - rest.size() - block.size() + converted.units));
       fault.reason = kLoneSurrogate;

@@ -39,12 +39,14 @@ CComPtr<IConsole3> ConsoleOf(VARIANT& value) {
 
 }  // namespace
 
-extern "C" void ShowMessage(VARIANT* console, const WCHAR* type, const WCHAR* text) noexcept try {
-  if (console == nullptr) return;
-  const CComPtr<IConsole3> shown = ConsoleOf(*console);
-  if (shown == nullptr) return;
-  const Appearance appearance = AppearanceOf(type);
-  shown->MessageBox(text != nullptr ? text : _T(""), appearance.caption, appearance.style, nullptr);
-} catch (...) {
-  // Of the console's making, against the rules of components; a script has nowhere to catch it.
+extern "C" void ShowMessage(VARIANT* console, const WCHAR* type, const WCHAR* text) noexcept {
+  try {
+    if (console == nullptr) return;
+    const CComPtr<IConsole3> shown = ConsoleOf(*console);
+    if (shown == nullptr) return;
+    const Appearance appearance = AppearanceOf(type);
+    shown->MessageBox(text != nullptr ? text : _T(""), appearance.caption, appearance.style, nullptr);
+  } catch (...) {
+    // Of the console's making, against the rules of components; a script has nowhere to catch it.
+  }
 }

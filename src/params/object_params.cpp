@@ -32,9 +32,10 @@ CMMCObjectParams::CMMCObjectParams(__int64 cookie, CString name, _eTypeNode type
 CMMCObjectParams::CMMCObjectParams(const CMMCObjectParams& other) = default;
 
 // The source keeps its name: callers still report a record by its name after they have handed it over.
+// NOLINTNEXTLINE(performance-noexcept-move-constructor): callers' builds rely on the declaration
 CMMCObjectParams::CMMCObjectParams(CMMCObjectParams&& other)
     : m_cookie(other.m_cookie),
-      m_name(other.m_name),
+      m_name(other.m_name),  // NOLINT(performance-move-constructor-init): the source keeps it
       m_icon(other.m_icon),
       m_type(other.m_type),
       m_childQueries(std::move(other.m_childQueries)),

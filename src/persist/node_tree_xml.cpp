@@ -94,5 +94,5 @@ HRESULT CMMCObjectSet::DeserializeNodes(__int64 parent, CComPtr<IXMLDOMNodeList>
     path.push_back({cookie, std::move(childContainers), nullptr});
   }
   // The status of the walk that found no further container; callers test for failure alone.
-  return S_FALSE;
+  return status;
 }

@@ -256,7 +256,7 @@ void CMMCObjectSet::LoadProject(CVellum& archive, const TransformFactory& factor
   } catch (...) {
     CSingleLock lock(&m_lock, TRUE);
     std::swap(former, m_tables);
-    SetModifiedFlag(formerlyModified);
+    SetModifiedFlag(formerlyModified ? TRUE : FALSE);
     throw;
   }
 }

@@ -59,6 +59,7 @@ TEST(BadOutput, AFullDiskLeavesTheOldImage) {
   std::filesystem::create_directory(folder / "disk");
   // The disk is seen by this shell and the command alone.
   CommandLine commandLine = folder.Command({"-rm", "/bin/sh", "-c",
+                                            // NOLINTNEXTLINE(bugprone-suspicious-missing-comma): one argument
                                             "mount -t tmpfs -o size=128k tmpfs disk && echo old > disk/console.img && "
                                             "{ \"$0\" compile console.xml -o disk/console.img; code=$?; } && "
                                             "ls -A disk >&2 && cat disk/console.img >&2 && exit $code",

@@ -66,6 +66,7 @@ TEST(BadIconFile, AFileThatMemoryHasNoRoomFor) {
   const ProjectFolder folder;
   folder.Write("disk.ico", SmallIconFile());
   // A file of the most bytes that an icon file may have; it could be read as well.
+  // NOLINTNEXTLINE(bugprone-string-constructor): so many are meant
   folder.Write("long.ico", SmallIconFile() + std::string(31'000'000, '\0'));
   ExpectSuccess(folder.Run({"icon", "long.ico"}));
 

@@ -11,8 +11,9 @@ std::string StoredBitmaps(const IconPicture& picture) {
   for (int y = 0; y < picture.height; ++y) {
     for (int x = 0; x < picture.width; ++x) {
       for (const std::uint8_t part : picture.Colour(x, y)) colours += static_cast<char>(part);
-      if (picture.IsTransparent(x, y))
-        mask[static_cast<std::size_t>(y * maskRow + x / 8)] |= static_cast<char>(0x80 >> x % 8);
+      if (!picture.IsTransparent(x, y)) continue;
+      char& bits = mask[static_cast<std::size_t>(y * maskRow + x / 8)];
+      bits = static_cast<char>(bits | 0x80 >> x % 8);
     }
   }
   return BitmapBytes(picture.width, picture.height, 4 * picture.width, 32, colours) +

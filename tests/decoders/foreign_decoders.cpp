@@ -114,6 +114,7 @@ std::vector<std::vector<ForeignImage>> DecodeWithIcotool(const std::vector<fs::p
     std::size_t file = 0;
     std::size_t number = 0;
     const std::string name = entry.path().stem().string();
+    // NOLINTNEXTLINE(cert-err34-c): the tool counts no further than its files go
     if (std::sscanf(name.c_str(), "%zu_%zu_", &file, &number) != 2) throw std::runtime_error("unexpected: " + name);
     std::vector<ForeignImage>& images = icons.at(file);
     if (images.size() < number) images.resize(number);

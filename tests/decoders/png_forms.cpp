@@ -38,7 +38,7 @@ bool IsAllowed(int colourType, int bits) {
 /// alone, which is lost when 16 bits become 8 and yet keeps a pixel opaque.
 class Samples {
  public:
-  Samples(unsigned seed, int bits) : m_random(seed), m_most((1U << bits) - 1) { m_key = Any(); }
+  Samples(unsigned seed, int bits) : m_random(seed), m_most((1U << bits) - 1), m_key(Any()) {}
 
   std::uint16_t Key() const { return m_key; }
   std::uint16_t Any() { return static_cast<std::uint16_t>(m_random() & m_most); }

@@ -107,7 +107,7 @@ TEST_F(FilesMemory, RunningShortWhileACodeRecordIsLoadedLeavesNothing) {
 
 TEST_F(FilesMemory, RunningShortWhileStripsAreMadeGivesNullHandles) {
   constexpr DWORD kKey = 0x00FF00FF;
-  const auto stale = reinterpret_cast<HBITMAP>(kStale);
+  auto* const stale = reinterpret_cast<HBITMAP>(kStale);
   HBITMAP smallStrip = nullptr;
   HBITMAP largeStrip = nullptr;
   FailEachAllocation({.name = "GetIconBitmapImages",

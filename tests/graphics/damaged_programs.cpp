@@ -1,6 +1,8 @@
 // The damage, each done to a good program.
 #include "graphics/damaged_programs.h"
 
+#include <utility>
+
 #include "support/little_endian_bytes.h"
 
 namespace ondrel::test {
@@ -22,7 +24,7 @@ constexpr std::size_t kGroupData = 2;
 /// Damages one good program after the other.
 class Damages {
  public:
-  Damages(const ProgramBytes& program, DWORD error) : good(program), m_error(error) {}
+  Damages(ProgramBytes program, DWORD error) : good(std::move(program)), m_error(error) {}
 
   void Word(const std::string& name, std::size_t offset, std::uint32_t value) {
     std::string bytes = good.bytes;

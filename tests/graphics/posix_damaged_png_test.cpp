@@ -9,7 +9,7 @@
 namespace ondrel::test {
 namespace {
 
-PngPicture Picture() { return PatternPng(32, 32, PngColour::trueColourAlpha, 8); }
+PngPicture SamplePicture() { return PatternPng(32, 32, PngColour::trueColourAlpha, 8); }
 
 PngPicture PictureWithPalette() { return PatternPng(32, 32, PngColour::palette, 4); }
 
@@ -38,7 +38,7 @@ std::string WithWrongChecksum(std::string chunk) {
 }
 
 TEST(PosixDamagedPng, MissingChunksThatMustBeThere) {
-  const PngPicture picture = Picture();
+  const PngPicture picture = SamplePicture();
   const PngPicture withPalette = PictureWithPalette();
   ASSERT_TRUE(IsShown(HeaderOf(picture) + PixelsOf(picture) + PngEnd(), picture));
   EXPECT_TRUE(IsRefused(HeaderOf(picture) + PixelsOf(picture))) << "no end";
@@ -49,7 +49,7 @@ TEST(PosixDamagedPng, MissingChunksThatMustBeThere) {
 }
 
 TEST(PosixDamagedPng, ChunksTwiceOrOutOfPlace) {
-  const PngPicture picture = Picture();
+  const PngPicture picture = SamplePicture();
   const PngPicture withPalette = PictureWithPalette();
   const std::string colours = PngColours(withPalette);
   EXPECT_TRUE(IsRefused(HeaderOf(picture) + HeaderOf(picture) + PixelsOf(picture) + PngEnd()));
@@ -61,7 +61,7 @@ TEST(PosixDamagedPng, ChunksTwiceOrOutOfPlace) {
 }
 
 TEST(PosixDamagedPng, WrongChecksums) {
-  const PngPicture picture = Picture();
+  const PngPicture picture = SamplePicture();
   const PngPicture withPalette = PictureWithPalette();
   const std::string ancillary = PngChunk("tEXt", "some text");
   EXPECT_TRUE(IsRefused(WithWrongChecksum(HeaderOf(picture)) + PixelsOf(picture) + PngEnd()));
@@ -97,7 +97,7 @@ TEST(PosixDamagedPng, AWrongChecksumOfTheTransparencyIsRefused) {
 }
 
 TEST(PosixDamagedPng, AWrongChecksumOfThePixelsThemselvesIsRefused) {
-  const PngPicture picture = Picture();
+  const PngPicture picture = SamplePicture();
   const std::string stream = Deflated(PngRows(picture));  // ends with an Adler-32 of the rows
   for (std::size_t byte = 1; byte <= 4; ++byte) {
     std::string damaged = stream;
@@ -116,7 +116,7 @@ TEST(PosixDamagedPng, AWrongChecksumOfThePixelsThemselvesIsRefused) {
 }
 
 TEST(PosixDamagedPng, HeadersThatCannotBe) {
-  const PngPicture picture = Picture();
+  const PngPicture picture = SamplePicture();
   const std::string rest = PixelsOf(picture) + PngEnd();
   for (const int depth : {0, 1, 2, 3, 4, 7, 9, 32, 255}) {
     EXPECT_TRUE(IsRefused(PngHeader(32, 32, PngColour::trueColourAlpha, depth) + rest)) << depth << " bits";
@@ -135,7 +135,7 @@ TEST(PosixDamagedPng, HeadersThatCannotBe) {
 }
 
 TEST(PosixDamagedPng, PixelsThatCannotBe) {
-  const PngPicture picture = Picture();
+  const PngPicture picture = SamplePicture();
   const std::string rows = PngRows(picture);
   const std::string stream = Deflated(rows);
   const auto isRefused = [&](const std::string& damaged) {
@@ -170,7 +170,7 @@ TEST(PosixDamagedPng, ColoursBeyondAShortPaletteAreBlack) {
 }
 
 TEST(PosixDamagedPng, UnknownChunksThatAnImageCannotDoWithoutAreRefused) {
-  const PngPicture picture = Picture();
+  const PngPicture picture = SamplePicture();
   EXPECT_TRUE(IsRefused(HeaderOf(picture) + PngChunk("TEST", "") + PixelsOf(picture) + PngEnd()));
   EXPECT_TRUE(IsShown(HeaderOf(picture) + PixelsOf(picture) + PngChunk("TEST", "") + PngEnd(), picture))
       << "the picture is complete";
@@ -178,7 +178,7 @@ TEST(PosixDamagedPng, UnknownChunksThatAnImageCannotDoWithoutAreRefused) {
 
 TEST(PosixDamagedPng, SignatureOrHeaderAlone) {
   for (const std::size_t length : {8U, 9U, 16U, 19U, 20U, 23U, 24U, 32U, 33U}) {
-    const std::string png = (PngSignature() + HeaderOf(Picture())).substr(0, length);
+    const std::string png = (PngSignature() + HeaderOf(SamplePicture())).substr(0, length);
     EXPECT_TRUE(
         FailedWith(ExtractCheaplyOf(IconFileBytes({StoredImage(32, 32, 32, png)})), kNoIconsFound, ERROR_INVALID_DATA))
         << length << " bytes";

@@ -36,7 +36,7 @@ TEST(PosixProgramIcon, ImagesAreFoundAmongTheMostThereCanBe) {
   ProgramBytes program =
       BuildProgram({{kIconImageType, {{1, ImageBytes(picture)}}}, {kIconGroupType, {{1, IconGroupBytes(entries)}}}});
   std::string& bytes = program.bytes;
-  const std::uint32_t place = static_cast<std::uint32_t>(bytes.size() - program.resources);
+  const auto place = static_cast<std::uint32_t>(bytes.size() - program.resources);
   const std::string header = bytes.substr(program.directories[1], 12);
   const std::size_t entry = program.directories[1] + 16;
   const std::string image = bytes.substr(entry + 4, 4);

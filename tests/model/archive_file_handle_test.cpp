@@ -5,6 +5,7 @@
 #include <string>
 
 #include <ondrel/MMCArchiveFile.h>
+#include <ondrel/platform/framework.h>
 
 #include "model/read_up_to.h"
 #include "support/kernel_handles.h"

@@ -180,7 +180,7 @@ TEST(BitmapGeometry, AMoveTakesGeometryAndBufferAndLeavesTheSourceWithoutPixels)
   EXPECT_EQ(target.bmBits, pixels);
   EXPECT_EQ(target.GetBuffer(), pixels);
   EXPECT_EQ(target.GetLength(), 8U);
-  EXPECT_EQ(source.GetLength(), 0U);
+  EXPECT_EQ(source.GetLength(), 0U);  // NOLINT(bugprone-use-after-move): what is left is the point
   EXPECT_EQ(source.GetBuffer(), nullptr);
   EXPECT_EQ(source.bmBits, nullptr);
   EXPECT_EQ(source.bmWidth, 2);
@@ -199,7 +199,7 @@ TEST(BitmapGeometry, AMoveAssignmentReplacesWhatTheTargetHad) {
   EXPECT_EQ(target.bmBitsPixel, 32);
   EXPECT_EQ(target.bmBits, pixels);
   EXPECT_EQ(target.GetLength(), 8U);
-  EXPECT_EQ(source.GetLength(), 0U);
+  EXPECT_EQ(source.GetLength(), 0U);  // NOLINT(bugprone-use-after-move): what is left is the point
   EXPECT_EQ(source.bmBits, nullptr);
 }
 

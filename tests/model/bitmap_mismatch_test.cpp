@@ -92,7 +92,7 @@ CMMCObjectBitmap LoadedFrom(const BitmapClaim& claim) {
   return bitmap;
 }
 
-std::string RecordOf(const CMMCObjectBitmap& bitmap) {
+std::string SerializedBytes(const CMMCObjectBitmap& bitmap) {
   return Stored([&](CVellum& archive) { bitmap.Serialize(archive); }, 64);
 }
 
@@ -125,10 +125,10 @@ TEST(BitmapMismatch, EveryBitmapIsStoredAsItWasLoadedAndMovesWhole) {
     CMMCObjectBitmap bitmap = LoadedFrom(claim);
     ASSERT_EQ(bitmap.GetLength(), claim.bytes.size()) << claim;
     ASSERT_EQ(bitmap.bmBits, bitmap.GetBuffer()) << claim;
-    ASSERT_EQ(RecordOf(bitmap), claim.Record()) << claim;
+    ASSERT_EQ(SerializedBytes(bitmap), claim.Record()) << claim;
     const CMMCObjectBitmap built(std::move(bitmap));
-    ASSERT_EQ(RecordOf(built), claim.Record()) << claim;
-    ASSERT_EQ(bitmap.GetPixel(0, 0), 0U) << claim;
+    ASSERT_EQ(SerializedBytes(built), claim.Record()) << claim;
+    ASSERT_EQ(bitmap.GetPixel(0, 0), 0U) << claim;  // NOLINT(bugprone-use-after-move): what is left is looked at
   }
 }
 
@@ -140,7 +140,7 @@ TEST(BitmapMismatch, ConstructMakesTheBufferFitOrLeavesItAlone) {
     CMMCObjectBitmap bitmap = LoadedFrom(claim);
     if (size < 0) {
       EXPECT_THROW(bitmap.Construct(), CMemoryException) << claim;
-      ASSERT_EQ(RecordOf(bitmap), claim.Record()) << claim;
+      ASSERT_EQ(SerializedBytes(bitmap), claim.Record()) << claim;
       continue;
     }
     bitmap.Construct();

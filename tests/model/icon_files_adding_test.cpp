@@ -87,7 +87,7 @@ TEST_F(IconFilesAdding, AFileThatCannotBeReadIsNotStored) {
 }
 
 TEST_F(IconFilesAdding, UnknownCookiesAreNotFound) {
-  const CMMCObjectIcon* const marker = reinterpret_cast<const CMMCObjectIcon*>(this);
+  const auto* const marker = reinterpret_cast<const CMMCObjectIcon*>(this);
   const CMMCObjectIcon* icon = marker;
   EXPECT_FALSE(m_set.GetIconFile(1, &icon));
   EXPECT_EQ(icon, marker);

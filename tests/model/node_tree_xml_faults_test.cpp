@@ -58,8 +58,8 @@ TEST(NodeTreeXmlFaults, AFailedReadKeepsTheNodesBeforeItAndStops) {
                     R"(<G><Node Cookie="3" Name="" Icon="0" Type="List"><MenuScript/></Node></G></P>)");
   // A failure in the walk over a record's scripts is not the tree's to report.
   const auto isInScripts = [](const std::vector<std::string>& log) {
-    return log.size() >= 1 && (log.back() == "selectNodes Scripts/Script" ||
-                               (log.size() >= 2 && log[log.size() - 2] == "selectNodes Scripts/Script"));
+    return !log.empty() && (log.back() == "selectNodes Scripts/Script" ||
+                            (log.size() >= 2 && log[log.size() - 2] == "selectNodes Scripts/Script"));
   };
   std::vector<std::string> cookies;
   DocumentCalls whole;

@@ -21,8 +21,8 @@ TEST(IconFilesStrips, DepthsThatThePlatformRefusesGiveNullHandlesAndTheReason) {
   const std::string colour = BitmapBytes(8, 8, 2, 2, std::string(16, '\0'));  // no platform bitmap has 2 bits
   InsertRecord(set, 1, colour + std::string(24, '\0') + colour + std::string(24, '\0'));
   const auto before = CountLiveHandles();
-  HBITMAP smallIcon = reinterpret_cast<HBITMAP>(&set);
-  HBITMAP large = reinterpret_cast<HBITMAP>(&set);
+  auto* smallIcon = reinterpret_cast<HBITMAP>(&set);
+  auto* large = reinterpret_cast<HBITMAP>(&set);
   SetLastError(ERROR_SUCCESS);
   set.GetIconBitmapImages(kKey, smallIcon, large);
   EXPECT_EQ(smallIcon, nullptr);

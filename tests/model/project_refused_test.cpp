@@ -100,7 +100,7 @@ TEST_F(ProjectRefused, TextThatIsNotWellFormed) {
 TEST_F(ProjectRefused, BinaryData) {
   ExpectStatus(std::string("\0\x01\x02\x03", 4), kInvalidData);
   ExpectStatus(std::string("<Project/>\0", 11), kInvalidData);
-  ExpectStatus("\xFF\xFE<\0/", kInvalidData);
+  ExpectStatus(std::string("\xFF\xFE<\0/", 5), kInvalidData);
 }
 
 TEST_F(ProjectRefused, AMarkBeforeTheText) {

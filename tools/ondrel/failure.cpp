@@ -90,7 +90,7 @@ std::string ExplainIconFault(const CString& path, HRESULT status) {
   if (status == E_OUTOFMEMORY) return kMemoryIsShort;
   // Systems have several statuses for a file without an icon. That the file itself can be read tells it from a file
   // that cannot.
-  const bool isReadable = CFile().Open(path, CFile::modeRead | CFile::shareDenyNone);
+  const bool isReadable = CFile().Open(path, CFile::modeRead | CFile::shareDenyNone) != FALSE;
   if (isReadable) return "it holds no icon; name an icon file, or a program or library that has one";
   return ExplainFileFault(path, status);
 }

@@ -37,7 +37,7 @@ struct LoadOrder {
   std::size_t entry = 0;
   Step step = kCookie;
 
-  auto operator<=>(const LoadOrder&) const = default;
+  auto operator<=>(const LoadOrder&) const = default;  // NOLINT(modernize-use-nullptr): what the compiler makes of it
 };
 
 struct Finding {

@@ -2,6 +2,7 @@
 #include "project_inspector.h"
 
 #include <algorithm>
+#include <utility>
 
 #include <ondrel/MMCObjectParams.h>
 #include <ondrel/platform/com.h>
@@ -31,7 +32,7 @@ std::string InLine(int line) { return " in line " + std::to_string(line); }
 
 }  // namespace
 
-ProjectInspector::ProjectInspector(const CString& text, const CString& folder) : m_folder(folder) {
+ProjectInspector::ProjectInspector(const CString& text, CString folder) : m_folder(std::move(folder)) {
   platform::XmlFault fault;
   if (platform::ScanXml(text, *this, fault) != S_OK) m_fault = fault;
   FindTakenObjects();
@@ -297,8 +298,8 @@ void ProjectInspector::FindTakenFiles(const std::vector<ProjectFile>& files, con
     if (const auto [taken, isNew] = pathLines.try_emplace(*file.path, file.line); !isNew) {
       Report(order, file.line, label + " names the same file as" + InLine(taken->second) + "; remove one of the two",
              kAlreadyExists);
-    } else if (const auto [taken, isNew] = cookieLines.try_emplace(*file.cookie, file.line); !isNew) {
-      Report(order, file.line, label + " has the cookie of the " + kind + InLine(taken->second) + "; give it another",
+    } else if (const auto [owner, isFirst] = cookieLines.try_emplace(*file.cookie, file.line); !isFirst) {
+      Report(order, file.line, label + " has the cookie of the " + kind + InLine(owner->second) + "; give it another",
              kAlreadyExists);
     }
   }

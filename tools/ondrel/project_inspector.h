@@ -28,7 +28,7 @@ struct ProjectFile {
 class ProjectInspector : private platform::XmlScanHandler {
  public:
   /// `folder` is the project's, with its closing separator.
-  ProjectInspector(const CString& text, const CString& folder);
+  ProjectInspector(const CString& text, CString folder);
 
   /// Why the text is no XML that a load accepts, when it is not.
   const std::optional<platform::XmlFault>& Fault() const { return m_fault; }

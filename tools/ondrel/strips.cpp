@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t kColourBytes = kColourBits / 8;
 
 // Beyond 65,536 icons of 32 x 32 pixels. An object image may claim any size for an icon, and with it for the strips.
-constexpr LONGLONG kMostStripPixels = 64 * 1024 * 1024;
+constexpr LONGLONG kMostStripPixels = 64LL * 1024 * 1024;
 
 struct Strips {
   platform::UniqueBitmap smallIcons;

@@ -47,7 +47,7 @@ void SysFreeString(BSTR text) {
 
 UINT SysStringLen(BSTR text) {
   if (text == nullptr) return 0;
-  LengthPrefix byteCount;
+  LengthPrefix byteCount = 0;
   std::memcpy(&byteCount, Block(text), sizeof byteCount);
   return byteCount / static_cast<UINT>(sizeof(WCHAR));
 }

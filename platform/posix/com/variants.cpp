@@ -47,7 +47,7 @@ VARIANT MakeVariant(VARTYPE type) {
 }
 
 // A text ends at its first zero unit, whatever its length says.
-HRESULT ParseText(BSTR text, NumberText& number) {
+HRESULT ParseText(LPCWSTR text, NumberText& number) {
   return text == nullptr ? DISP_E_TYPEMISMATCH : ParseNumber(text, number);
 }
 

@@ -47,8 +47,8 @@ class Arena {
   std::size_t m_nextBlockSize = kFirstBlockSize;
 
   // Blocks double from a page to a size at which the allocator's own cost no longer shows.
-  static constexpr std::size_t kFirstBlockSize = 4 * 1024;
-  static constexpr std::size_t kLargestBlockSize = 256 * 1024;
+  static constexpr std::size_t kFirstBlockSize = std::size_t{4} * 1024;
+  static constexpr std::size_t kLargestBlockSize = std::size_t{256} * 1024;
 };
 
 }  // namespace ondrel::platform

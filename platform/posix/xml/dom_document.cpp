@@ -15,6 +15,8 @@ constexpr std::string_view kDocumentName = "#document";
 class DomDocument final : public IXMLDOMDocument {
  public:
   DomDocument() : m_tree(new Tree) {}
+  DomDocument(const DomDocument&) = delete;
+  DomDocument& operator=(const DomDocument&) = delete;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
     if (object != nullptr && id == kTreeId) {

@@ -25,15 +25,15 @@ class AttributeNode final : public DomNode<IXMLDOMAttribute, ValueNode> {
 
   AttributeNode* NextAttribute() const { return static_cast<AttributeNode*>(next); }
 
-  HRESULT STDMETHODCALLTYPE get_nodeValue(VARIANT* value) override;
-  HRESULT STDMETHODCALLTYPE put_value(VARIANT value) override;
+  HRESULT STDMETHODCALLTYPE get_nodeValue(VARIANT* out) override;
+  HRESULT STDMETHODCALLTYPE put_value(VARIANT given) override;
 };
 
 class InstructionNode final : public DomNode<IXMLDOMProcessingInstruction, ValueNode> {
  public:
   explicit InstructionNode(const Name* target) : DomNode(NodeKind::instruction, target) {}
 
-  HRESULT STDMETHODCALLTYPE get_nodeValue(VARIANT* value) override;
+  HRESULT STDMETHODCALLTYPE get_nodeValue(VARIANT* out) override;
 };
 
 /// An element, and in one object the map of its attributes.

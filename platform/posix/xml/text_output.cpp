@@ -12,7 +12,7 @@ namespace ondrel::platform {
 namespace {
 
 // Large enough that the stream is rarely called, small enough that a large document is not held twice.
-constexpr std::size_t kBlockSize = 64 * 1024;
+constexpr std::size_t kBlockSize = std::size_t{64} * 1024;
 
 std::string_view ReferenceFor(char32_t character) {
   switch (character) {

@@ -134,8 +134,8 @@ int EditProgram::Number(int below) {
 }
 
 std::size_t EditProgram::Position(std::size_t below) {
-  const std::size_t high = static_cast<std::size_t>(Number(256));
-  const std::size_t low = static_cast<std::size_t>(Number(256));
+  const auto high = static_cast<std::size_t>(Number(256));
+  const auto low = static_cast<std::size_t>(Number(256));
   return (high * 256 + low) * below / 65536;
 }
 

@@ -75,7 +75,7 @@ PlainDisk::PlainDisk() {
     m_codePaths.push_back(PathOf(name));
   }
   m_files[PathOf("p/a.js")] = "alpha";
-  m_codePaths.push_back(u"hooked.js");
+  m_codePaths.emplace_back(u"hooked.js");
   for (const char* name : {"p\\project.xml", "q\\project.xml", "p\\other.xml"}) m_projectPaths.push_back(PathOf(name));
 }
 

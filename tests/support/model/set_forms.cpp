@@ -12,7 +12,7 @@ namespace {
 
 std::string PathOf(const CMMCObjectSet& set, __int64 cookie) {
   CString path;
-  return set.GetFilePath(cookie, path) ? "path " + Describe(path) : "no path";
+  return set.GetFilePath(cookie, path) ? "path " + ondrel::test::Describe(path) : "no path";
 }
 
 }  // namespace

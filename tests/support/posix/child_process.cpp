@@ -76,7 +76,7 @@ struct Start {
 ChildProcess::ChildProcess(const CommandLine& commandLine, int input, int output, int errors)
     : m_program(commandLine.program.string()) {
   const Start start(commandLine);
-  m_id = fork();
+  m_id = fork();  // NOLINT(cppcoreguidelines-prefer-member-initializer): what the child needs is made before
   if (m_id == -1) throw std::system_error(errno, std::generic_category(), "fork");
   if (m_id == 0) BecomeProgram(start, commandLine, input, output, errors);
 }

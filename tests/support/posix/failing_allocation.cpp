@@ -19,7 +19,11 @@
 #include "support/posix/allocation_peak.h"
 
 #define UNWATCHED __attribute__((no_sanitize("address", "thread", "undefined")))
+#if __has_attribute(optimize)
 #define JUMPS_ON UNWATCHED __attribute__((optimize("O2", "omit-frame-pointer")))
+#else  // a compiler that only reads this file
+#define JUMPS_ON UNWATCHED
+#endif
 
 extern "C" {
 void* LibraryMalloc(std::size_t size) __asm__("__libc_malloc");

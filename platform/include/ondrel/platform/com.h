@@ -71,7 +71,7 @@ class CComPtr {
   operator Interface*() const noexcept { return p; }
   Interface* operator->() const noexcept { return p; }
   /// Where a callee puts a new reference. Lets go of the old one first.
-  Interface** operator&() noexcept {
+  Interface** operator&() noexcept {  // NOLINT(google-runtime-operator): callees put their results there
     Release();
     return &p;
   }
@@ -120,6 +120,7 @@ class CComBSTR {
   ~CComBSTR() { SysFreeString(m_str); }
 
   operator BSTR() const noexcept { return m_str; }
+  // NOLINTNEXTLINE(google-runtime-operator): callees put their results there
   BSTR* operator&() noexcept {  ///< Where a callee puts new text. Frees the old text first.
     SysFreeString(std::exchange(m_str, nullptr));
     return &m_str;

@@ -20,7 +20,7 @@ std::vector<std::string> ProgramArguments(int argc, char** argv);
 class ComponentScope {
  public:
   ComponentScope();
-  ~ComponentScope();
+  ~ComponentScope();  // NOLINT(performance-trivially-destructible): some systems have something to undo
   ComponentScope(const ComponentScope&) = delete;
   ComponentScope& operator=(const ComponentScope&) = delete;
 };

@@ -10,7 +10,7 @@
 namespace ondrel::platform {
 
 /// How far, in bytes, memory may be taken ahead of the first bytes of a block. Later steps double what has arrived.
-inline constexpr std::size_t kBlockStep = 256 * 1024;
+inline constexpr std::size_t kBlockStep = std::size_t{256} * 1024;
 
 /// Loads `count` units to the end of `units`, a vector or string of a plain type. Raises CArchiveException with cause
 /// endOfFile and no file name when the data ends before; what arrived until then is in `units`.
