@@ -1,11 +1,16 @@
 // A bitmap held in memory: its geometry and its pixel bytes.
 #pragma once
 
+#include <span>
 #include <vector>
 
 #include <ondrel/export.h>
 #include <ondrel/platform/graphics.h>
 #include <ondrel/platform/vellum.h>
+
+namespace ondrel {
+class MaskedDrawing;
+}
 
 /// A platform bitmap header with an owned pixel buffer; `bmBits` always points at the buffer (null when it is empty).
 ///
@@ -49,6 +54,16 @@ class ONDREL_API CMMCObjectBitmap : public tagBITMAP {
   void Deserialize(CVellum& archive);
 
  private:
+  friend class ondrel::MaskedDrawing;
+
+  /// The bytes from the start of a row to the end of the buffer: its pixels may reach into the next rows. None for a
+  /// row outside the geometry or the buffer.
+  std::span<const unsigned char> FromRow(LONG y) const {
+    if (y < 0 || y >= bmHeight || bmWidthBytes < 0) return {};
+    const auto offset = static_cast<ULONGLONG>(y) * static_cast<ULONGLONG>(bmWidthBytes);
+    if (offset > m_pixels.size()) return {};
+    return std::span(m_pixels).subspan(static_cast<std::size_t>(offset));
+  }
   /// The offset of `size` bytes of the pixel's row in the buffer, or -1 when they lie outside geometry or buffer.
   LONGLONG Locate(int x, int y, LONGLONG offsetInRow, LONGLONG size) const;
 

@@ -50,6 +50,8 @@ class ONDREL_API CMMCObjectIcon {
   void Deserialize(CVellum& archive);
 
  private:
+  friend class ondrel::MaskedDrawing;
+
   const CBitmapData& Images(bool large) const { return large ? m_large : m_small; }
 
   CBitmapData m_large;

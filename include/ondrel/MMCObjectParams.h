@@ -1,6 +1,7 @@
 // The record of one node of the console tree or of one dialog: values and cookies, never paths or pointers.
 #pragma once
 
+#include <atomic>
 #include <utility>
 #include <vector>
 
@@ -9,9 +10,9 @@
 #include <ondrel/platform/vellum.h>
 #include <ondrel/platform/xml.h>
 
-/// The parameters of one node or dialog. A record owns its strings and lists and shares nothing with the set that keeps
-/// it. The order of every list counts and is kept by copies, by the XML form and by the binary form; duplicates are
-/// allowed. A record has no lock: one thread at a time, or only readers.
+/// The parameters of one node or dialog. A record owns its strings and lists and shares none of them with the set that
+/// keeps it. The order of every list counts and is kept by copies, by the XML form and by the binary form; duplicates
+/// are allowed. A record has no lock: one thread at a time, or only readers.
 ///
 /// Cookies are signed 64-bit numbers. An object cookie names a node or dialog of a set; a file cookie names an icon
 /// file or a code file (script, style sheet, query file), and 0 means none.
@@ -108,6 +109,15 @@ class ONDREL_API CMMCObjectParams {
   QueryList m_renderQueries;
 
  private:
+  friend class CMMCObjectSet;
+
+  void Swap(CMMCObjectParams& other) noexcept;
+  /// Every later change of the cookie comes through here, and the set that keeps the record learns of it.
+  void SetCookie(__int64 cookie);
   /// Whether records of this type have a style sheet and render queries, in both persistent forms.
   bool HasView() const;
+
+  /// Of the set that keeps the record: set when its cookie changes. Null for a record that no set keeps. It belongs to
+  /// the record's place and not to its values, so copies and moves leave it where it is.
+  std::atomic<bool>* m_cookieChanged = nullptr;
 };

@@ -1,7 +1,9 @@
 // The whole definition of one snap-in: console tree, dialogs, icon files and code files, with its two persistent forms.
 #pragma once
 
+#include <array>
 #include <atomic>
+#include <cstdint>
 #include <functional>
 #include <list>
 #include <map>
@@ -163,6 +165,7 @@ class ONDREL_API CMMCObjectSet {
   friend class CMMCObjectSetProbe;  // the tests' view of the private operations
 
   using ObjectStore = std::map<std::pair<__int64, __int64>, CMMCObjectParams>;
+  using ObjectIndex = std::map<__int64, ObjectStore::iterator>;
   using IconPathTable = std::map<CString, __int64>;
   using CodePathTable = std::map<CString, std::pair<__int64, Transform>>;
 
@@ -171,7 +174,8 @@ class ONDREL_API CMMCObjectSet {
     ObjectStore nodes;    ///< (parent, cookie): siblings lie together, in order.
     ObjectStore dialogs;  ///< (0, cookie)
     std::map<CString, __int64> dialogNames;
-    std::map<__int64, ObjectStore::iterator> objects;  ///< Where each node and dialog lies.
+    ObjectIndex objects;                            ///< Where each node and dialog lies.
+    std::optional<ObjectIndex::iterator> lastNode;  ///< The node that was added last, unless it was removed.
     IconPathTable iconPaths;
     std::map<__int64, IconPathTable::iterator> iconCookiePaths;
     std::map<__int64, CMMCObjectIcon> icons;
@@ -194,10 +198,49 @@ class ONDREL_API CMMCObjectSet {
   /// The cookie for a new object, or none when there is none beyond the largest in use. It may be any number, that of
   /// kNoCookie too.
   std::optional<__int64> NextObjectCookie() const;
-  /// Files a record in the node tree or the dialog table and in the object index. 0 or 0x800700B7.
-  HRESULT AddObject(ObjectStore& store, const ObjectStore::key_type& key, CMMCObjectParams&& params);
+  /// Files a record, which is emptied, in the node tree or the dialog table and in the object index. 0 or 0x800700B7.
+  /// `before` is an entry that the new one is likely to stand behind, in both, or none; it becomes the new one.
+  HRESULT AddObject(ObjectStore& store, const ObjectStore::key_type& key, CMMCObjectParams&& params,
+                    std::optional<ObjectIndex::iterator>& before);
+  /// Levels of the tree for which walks note where they have come to; all below the last share its place.
+  static constexpr std::size_t kWalkLevels = 64;
+  /// A walk over the tree in which every node comes before its children. While the keys of nodes and dialogs stay as
+  /// they are, it goes from entry to entry; when one was added, removed or moved, it looks up each cookie that it
+  /// listed before.
+  struct TreeWalk {
+    struct ListedNode {
+      __int64 cookie;
+      ObjectStore::iterator entry;
+      std::size_t level;
+    };
+    /// The node of a level that was visited last.
+    struct Place {
+      __int64 cookie;
+      ObjectStore::iterator behind;  ///< Behind its children.
+    };
+    std::vector<ListedNode> pending;  ///< The nodes still to be visited, the next one last.
+    std::uint64_t edition = 0;        ///< Of the tables, when the first node was visited.
+    std::array<std::optional<Place>, kWalkLevels> places;
+  };
+  /// Takes the next node and lists its children. Its record, or null when there is none any more; and the number of its
+  /// children.
+  const CMMCObjectParams* VisitNext(TreeWalk& walk, std::size_t& children);
+  /// Removes an entry of the node tree or the dialog table and of the object index.
+  void RemoveObject(ObjectStore& store, ObjectStore::iterator entry);
+  /// Whether the object index has an entry for each node and dialog, as far as their numbers tell.
+  bool IsIndexWhole() const;
   /// The entry of a node, or of a dialog, with that cookie; the end of `store` when there is none in it.
   ObjectStore::iterator FindObject(ObjectStore& store, __int64 cookie);
+
+  /// Whether adding every node and dialog anew would put each where it is: records have the cookies that they are filed
+  /// under, and dialogs the names. Looks at the dialogs; of the nodes it is known.
+  bool RecordsFitKeys() const;
+  /// Exchanges the cookies of two siblings, the keys of their children and the places in the object index, in tables
+  /// whose records fit. Copies nothing and takes no memory.
+  void ExchangeSiblings(ObjectStore::iterator node, ObjectStore::iterator next);
+  /// Does the same by adding every node and dialog anew. 0, or 0x800700B7 where the records do not fit together; on
+  /// failure the tables are as before.
+  HRESULT AddAllExchanged(__int64 cookie, __int64 nextCookie);
 
   HRESULT InsertIconFile(CString path, __int64 cookie);
   HRESULT InsertIconFile(__int64 cookie, CMMCObjectIcon&& icon);
@@ -225,7 +268,11 @@ class ONDREL_API CMMCObjectSet {
 
   Tables m_tables;
   std::map<__int64, int> m_imageIndices;
+  std::uint64_t m_edition = 1;  ///< Of the tables of objects: another one after each change of their keys.
   CodeFileWriter m_codeFileWriter;
   std::atomic<bool> m_modified = false;
+  /// Whether a record may have another cookie than the one that it is filed under. Records set it when hosts change
+  /// them, without the lock.
+  std::atomic<bool> m_cookiesChanged = false;
   mutable CCriticalSection m_lock;
 };

@@ -3,7 +3,7 @@
 
 #include <array>
 #include <limits>
-#include <utility>
+#include <string>
 
 #include <ondrel/platform/framework/archive_block.h>
 
@@ -19,24 +19,23 @@ constexpr WORD kWideTag = 0xFFFE;             // the text has 16-bit units
 constexpr WORD kLongLength16 = 0xFFFF;        // behind it stands a DWORD
 constexpr DWORD kLongLength32 = 0xFFFFFFFFU;  // behind it stands a 64-bit length
 
-constexpr std::size_t kStackBytes = 128;  // text up to this size is loaded without memory of its own
+constexpr std::size_t kShortText = 64;  // text of so many units or less is loaded in one step
 
 constexpr int kNarrow = 1;
 constexpr int kWide = 2;
 
-// Loads `length` units and gives them to `use` as (address, count). Raises endOfFile when the data ends before.
-template <class Unit, class Use>
-void LoadUnits(CArchive& archive, UINT_PTR length, Use use) {
-  std::array<Unit, kStackBytes / sizeof(Unit)> onStack;
-  if (length <= onStack.size()) {
-    const auto bytes = static_cast<UINT>(length * sizeof(Unit));
-    if (archive.Read(onStack.data(), bytes) < bytes) AfxThrowArchiveException(CArchiveException::endOfFile);
-    use(std::basic_string_view<Unit>(onStack.data(), length));
-  } else {
-    std::basic_string<Unit> units;
+// Loads `length` units. Raises endOfFile when the data ends before.
+template <class Unit>
+std::basic_string<Unit> LoadUnits(CArchive& archive, UINT_PTR length) {
+  std::basic_string<Unit> units;
+  if (length > kShortText) {
     LoadBlock(archive, length, units);
-    use(std::move(units));
+  } else {
+    units.resize(length);
+    const auto bytes = static_cast<UINT>(length * sizeof(Unit));
+    if (archive.Read(units.data(), bytes) < bytes) AfxThrowArchiveException(CArchiveException::endOfFile);
   }
+  return units;
 }
 
 }  // namespace
@@ -80,7 +79,13 @@ UINT_PTR AfxReadStringLength(CArchive& archive, int& charSize) {
 
 CArchive& operator<<(CArchive& archive, const CString& text) {
   const auto length = static_cast<UINT>(text.GetLength());
-  AfxWriteStringLength(archive, length, TRUE);
+  if (length < kLongLength8) {
+    // What AfxWriteStringLength stores, in one step: nearly all text is short.
+    const std::array<BYTE, 4> prefix{kLongLength8, kWideTag & 0xFF, kWideTag >> 8, static_cast<BYTE>(length)};
+    archive.Write(prefix.data(), static_cast<UINT>(prefix.size()));
+  } else {
+    AfxWriteStringLength(archive, length, TRUE);
+  }
   archive.Write(text.GetString(), length * static_cast<UINT>(sizeof(WCHAR)));
   return archive;
 }
@@ -89,11 +94,9 @@ CArchive& operator>>(CArchive& archive, CString& text) {
   int charSize = kNarrow;
   const UINT_PTR length = AfxReadStringLength(archive, charSize);
   if (charSize == kWide) {
-    LoadUnits<WCHAR>(archive, length, [&text](auto&& units) {
-      text = CString(std::basic_string<WCHAR>(std::forward<decltype(units)>(units)));
-    });
+    text = CString(LoadUnits<WCHAR>(archive, length));
   } else {
-    LoadUnits<char>(archive, length, [&text](const auto& bytes) { text = CString(TextFromNarrow(bytes)); });
+    text = CString(TextFromNarrow(LoadUnits<char>(archive, length)));
   }
   return archive;
 }

@@ -2,15 +2,21 @@
 #include <ondrel/platform/framework/file.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <new>
+
+#include <ondrel/platform/os/large_pages.h>
+
+using namespace ondrel::platform;
 
 CMemFile::CMemFile() noexcept = default;
 
 CMemFile::CMemFile(const void* bytes, UINT count) {
-  const auto* first = static_cast<const BYTE*>(bytes);
-  m_bytes.assign(first, first + count);
+  if (count == 0) return;
+  Reserve(count);
+  std::memcpy(m_bytes.get(), bytes, count);
+  m_length = count;
 }
 
 CMemFile::~CMemFile() = default;
@@ -34,7 +40,7 @@ ULONGLONG CMemFile::Seek(LONGLONG offset, UINT from) {
       origin = m_position;
       break;
     case end:
-      origin = m_bytes.size();
+      origin = m_length;
       break;
     default:
       AfxThrowInvalidArgException();
@@ -51,30 +57,49 @@ ULONGLONG CMemFile::Seek(LONGLONG offset, UINT from) {
 }
 
 void CMemFile::SetLength(ULONGLONG length) {
-  if (length > m_bytes.max_size()) AfxThrowMemoryException();
-  try {
-    m_bytes.resize(static_cast<std::size_t>(length));
-  } catch (const std::bad_alloc&) {
-    AfxThrowMemoryException();
+  if (length > m_length) {
+    Reserve(length);
+    std::memset(m_bytes.get() + m_length, 0, static_cast<std::size_t>(length - m_length));
   }
+  m_length = length;
 }
 
-ULONGLONG CMemFile::GetLength() const { return m_bytes.size(); }
+ULONGLONG CMemFile::GetLength() const { return m_length; }
 
 UINT CMemFile::Read(void* buffer, UINT count) {
-  if (m_position >= m_bytes.size()) return 0;
-  const auto read = static_cast<UINT>(std::min<ULONGLONG>(count, m_bytes.size() - m_position));
-  std::memcpy(buffer, m_bytes.data() + m_position, read);
+  if (m_position >= m_length) return 0;
+  const auto read = static_cast<UINT>(std::min<ULONGLONG>(count, m_length - m_position));
+  std::memcpy(buffer, m_bytes.get() + m_position, read);
   m_position += read;
   return read;
 }
 
 void CMemFile::Write(const void* buffer, UINT count) {
   if (count == 0) return;
-  if (m_position + count > m_bytes.size()) SetLength(m_position + count);
-  std::memcpy(m_bytes.data() + m_position, buffer, count);
-  m_position += count;
+  const ULONGLONG end = m_position + count;
+  Reserve(end);
+  if (m_position > m_length) {
+    std::memset(m_bytes.get() + m_length, 0, static_cast<std::size_t>(m_position - m_length));
+  }
+  std::memcpy(m_bytes.get() + m_position, buffer, count);
+  m_position = end;
+  m_length = std::max(m_length, end);
 }
+
+void CMemFile::Reserve(ULONGLONG size) {
+  constexpr auto kMost = static_cast<ULONGLONG>(std::numeric_limits<std::ptrdiff_t>::max());
+  if (size <= m_capacity) return;
+  if (size > kMost) AfxThrowMemoryException();
+  const ULONGLONG capacity = std::max(size, std::min(2 * m_capacity, kMost));
+  auto* const bytes = static_cast<BYTE*>(std::realloc(m_bytes.get(), static_cast<std::size_t>(capacity)));
+  if (bytes == nullptr) AfxThrowMemoryException();
+  if (capacity >= kLargeBlockSize) UseLargePages(bytes, static_cast<std::size_t>(capacity));
+  static_cast<void>(m_bytes.release());
+  m_bytes.reset(bytes);
+  m_capacity = capacity;
+}
+
+void CMemFile::Free::operator()(BYTE* bytes) const noexcept { std::free(bytes); }
 
 void CMemFile::LockRange(ULONGLONG, ULONGLONG) { AfxThrowNotSupportedException(); }
 
@@ -86,4 +111,4 @@ void CMemFile::Flush() {}
 
 void CMemFile::Close() {}
 
-const BYTE* CMemFile::GetBytes() const noexcept { return m_bytes.data(); }
+const BYTE* CMemFile::GetBytes() const noexcept { return m_bytes.get(); }

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 #include <ondrel/platform/types.h>
 
@@ -62,6 +63,54 @@ inline std::size_t PutUtf16(char32_t character, WCHAR* units) {
   units[0] = static_cast<WCHAR>(0xD800 + ((character - 0x10000) >> 10));
   units[1] = static_cast<WCHAR>(0xDC00 + ((character - 0x10000) & 0x3FF));
   return 2;
+}
+
+// Nearly all text is ASCII. These copy it several characters at a time, as long as all of them are, and give how many
+// that were: a few characters before one of another kind, or before the end, may be left to the caller. With
+// `StopsAtControls`, characters below the blank are of another kind too.
+
+template <bool StopsAtControls = false>
+std::size_t CopyAscii(const char* from, std::size_t count, char* bytes) {
+  constexpr std::uint64_t kEach = 0x0101'0101'0101'0101;
+  std::size_t copied = 0;
+  for (; count - copied >= sizeof kEach; copied += sizeof kEach) {
+    std::uint64_t eight = 0;
+    std::memcpy(&eight, from + copied, sizeof eight);
+    if ((eight & (kEach * 0x80)) != 0) break;
+    if (StopsAtControls && ((eight + kEach * (0x80 - ' ')) & (kEach * 0x80)) != kEach * 0x80) break;
+    std::memcpy(bytes + copied, &eight, sizeof eight);
+  }
+  return copied;
+}
+
+template <bool StopsAtControls = false>
+std::size_t CopyAscii(const WCHAR* units, std::size_t count, char* bytes) {
+  constexpr std::uint64_t kEach = 0x0001'0001'0001'0001;
+  std::size_t copied = 0;
+  for (; count - copied >= 4; copied += 4) {
+    std::uint64_t four = 0;
+    std::memcpy(&four, units + copied, sizeof four);
+    if ((four & (kEach * 0xFF80)) != 0) break;
+    if (StopsAtControls && ((four + kEach * (0x80 - ' ')) & (kEach * 0x80)) != kEach * 0x80) break;
+    four = (four | (four >> 8)) & 0x0000'FFFF'0000'FFFF;
+    const auto narrow = static_cast<std::uint32_t>(four | (four >> 16));
+    std::memcpy(bytes + copied, &narrow, sizeof narrow);
+  }
+  return copied;
+}
+
+inline std::size_t CopyAscii(const char* bytes, std::size_t count, WCHAR* units) {
+  std::size_t copied = 0;
+  for (; count - copied >= 4; copied += 4) {
+    std::uint32_t narrow = 0;
+    std::memcpy(&narrow, bytes + copied, sizeof narrow);
+    if ((narrow & 0x8080'8080) != 0) break;
+    std::uint64_t four = narrow;
+    four = (four | (four << 16)) & 0x0000'FFFF'0000'FFFF;
+    four = (four | (four << 8)) & 0x00FF'00FF'00FF'00FF;
+    std::memcpy(units + copied, &four, sizeof four);
+  }
+  return copied;
 }
 
 struct Utf8Character {

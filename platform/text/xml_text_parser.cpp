@@ -12,6 +12,7 @@
 #include <new>
 #include <utility>
 
+#include "text/code_page_1252.h"
 #include "text/unicode.h"
 
 namespace ondrel::platform {
@@ -32,9 +33,6 @@ constexpr unsigned kMostEntities = 128;
 // element of that name, and for each attribute of it that is no plain text. A definition declares none.
 constexpr unsigned kMostDeclaredAttributes = 128;
 
-// The text is converted piece by piece into the parser's own buffer. A piece this small stays in the cache; pieces grow
-// when a single token is longer than one, so that the parser need not look at a long token again and again.
-constexpr std::size_t kFirstBlockUnits = std::size_t{32} * 1024;
 constexpr std::size_t kLargestBlockUnits = std::size_t{1} << 28;  // times 3 bytes: fits the parser's int
 
 constexpr std::string_view kXmlns = "xmlns";
@@ -48,9 +46,10 @@ constexpr char kTooManyAttributes[] = "more attributes are declared than are acc
 constexpr char kDefaults[] = "the declared values of attributes expand beyond the limit";
 constexpr char kLoneSurrogate[] = "a half of a surrogate pair stands alone";
 
-bool IsBlank(WCHAR unit) { return unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n'; }
+bool IsBlank(char32_t unit) { return unit == ' ' || unit == '\t' || unit == '\r' || unit == '\n'; }
 
-std::uint64_t CountLines(std::basic_string_view<WCHAR> text) {
+template <class Unit>
+std::uint64_t CountLines(std::basic_string_view<Unit> text) {
   std::uint64_t lines = 0;
   for (std::size_t i = 0; i < text.size(); ++i) {
     if (text[i] == '\n' || (text[i] == '\r' && (i + 1 == text.size() || text[i + 1] != '\n'))) ++lines;
@@ -64,41 +63,57 @@ std::size_t BlockLength(std::basic_string_view<WCHAR> text, std::size_t wanted) 
   return IsHighSurrogate(text[wanted - 1]) ? wanted - 1 : wanted;
 }
 
+/// The character at `unit`, which moves behind it; false for half of a pair that stands alone.
+bool Take(const WCHAR*& unit, const WCHAR* end, char32_t& character) {
+  const WCHAR* const start = unit;
+  character = TakeUtf16(unit, end);
+  if (IsSurrogate(character)) unit = start;
+  return unit != start;
+}
+bool Take(const char*& byte, const char*, char32_t& character) {
+  character = UnitOf1252(*byte++);
+  return true;
+}
+
 struct Converted {
   std::size_t units;  // how much of the text was converted: all of it unless a surrogate stands alone
   std::size_t bytes;
 };
 
-// How much of the text at `unit` is ASCII and was copied, a multiple of kRun. Without decisions inside a run the
-// compiler can do it in a few wide instructions; nearly all text is of this kind.
-std::size_t CopyAscii(const WCHAR* unit, const WCHAR* end, char* byte) {
-  constexpr std::size_t kRun = 16;
-  std::size_t copied = 0;
-  while (static_cast<std::size_t>(end - unit) - copied >= kRun) {
-    WCHAR allBits = 0;
-    for (std::size_t i = 0; i < kRun; ++i) allBits |= unit[copied + i];
-    if (allBits >= 0x80) break;
-    for (std::size_t i = 0; i < kRun; ++i) byte[copied + i] = static_cast<char>(unit[copied + i]);
-    copied += kRun;
+/// Where the blanks end that begin at `unit` and lie between two tags; `unit` itself when what follows is no tag, or is
+/// not there to be seen.
+template <class Unit>
+const Unit* BehindLayout(const Unit* unit, const Unit* end) {
+  static constexpr Unit kFourTabs[] = {'\t', '\t', '\t', '\t'};
+  const Unit* next = unit;
+  while (next != end && IsBlank(*next)) {
+    ++next;
+    while (end - next >= 4 && std::memcmp(next, kFourTabs, sizeof kFourTabs) == 0) next += 4;
   }
-  return copied;
+  return next != end && *next == '<' ? next : unit;
 }
 
-Converted ToUtf8(std::basic_string_view<WCHAR> text, char* bytes) {
-  const WCHAR* unit = text.data();
-  const WCHAR* const end = unit + text.size();
+/// With `DropsLayout`, blanks between two tags that begin with a line end are left out.
+template <bool DropsLayout, class Unit>
+Converted ToUtf8(std::basic_string_view<Unit> text, char* bytes) {
+  const Unit* unit = text.data();
+  const Unit* const end = unit + text.size();
   char* byte = bytes;
   while (unit != end) {
-    const std::size_t ascii = CopyAscii(unit, end, byte);
+    const std::size_t ascii = CopyAscii<DropsLayout>(unit, static_cast<std::size_t>(end - unit), byte);
     unit += ascii;
     byte += ascii;
+    while (unit != end && *unit >= ' ' && *unit <= '~') *byte++ = static_cast<char>(*unit++);
     if (unit == end) break;
-    const WCHAR* const start = unit;
-    const char32_t character = TakeUtf16(unit, end);
-    if (IsSurrogate(character)) {
-      unit = start;
-      break;
+    const bool isBehindTag = DropsLayout && byte != bytes && byte[-1] == '>' && IsBlank(*unit);
+    if (isBehindTag) {
+      if (const Unit* const next = BehindLayout(unit, end); next != unit) {
+        unit = next;
+        continue;
+      }
     }
+    char32_t character = 0;
+    if (!Take(unit, end, character)) break;
     byte += PutUtf8(character, byte);
   }
   return {static_cast<std::size_t>(unit - text.data()), static_cast<std::size_t>(byte - bytes)};
@@ -128,8 +143,10 @@ struct XmlTextParser::Callbacks {
   }
   static void XMLCALL StartDoctype(void* user, const XML_Char*, const XML_Char* systemId, const XML_Char* publicId,
                                    int) {
-    if (systemId == nullptr && publicId == nullptr) return;
-    Run(user, [](XmlTextParser& parser) { parser.Refuse(kExternalDoctype); });
+    Run(user, [=](XmlTextParser& parser) {
+      parser.m_hasDoctype = true;
+      if (systemId != nullptr || publicId != nullptr) parser.Refuse(kExternalDoctype);
+    });
   }
   static void XMLCALL Entity(void* user, const XML_Char*, int, const XML_Char* value, int, const XML_Char*,
                              const XML_Char*, const XML_Char*, const XML_Char*) {
@@ -147,7 +164,8 @@ struct XmlTextParser::Callbacks {
   }
 };
 
-XmlTextParser::XmlTextParser(XmlElementSink& sink) : m_sink(sink), m_parser(XML_ParserCreate("UTF-8")) {
+XmlTextParser::XmlTextParser(XmlElementSink& sink, XmlLayout layout)
+    : m_sink(sink), m_layout(layout), m_parser(XML_ParserCreate("UTF-8")) {
   if (m_parser == nullptr) throw std::bad_alloc();
   XML_SetUserData(m_parser, this);
   XML_SetElementHandler(m_parser, Callbacks::StartElement, Callbacks::EndElement);
@@ -172,29 +190,62 @@ bool XmlTextParser::Parse(std::basic_string_view<WCHAR> text, XmlTextFault& faul
   m_linesBefore = CountLines(text.substr(0, start));
 
   std::basic_string_view<WCHAR> rest = text.substr(start);
-  std::size_t blockUnits = kFirstBlockUnits;
-  XML_Index fed = 0;
   bool accepted = true;
   do {
-    const std::basic_string_view<WCHAR> block = rest.substr(0, BlockLength(rest, blockUnits));
+    const std::basic_string_view<WCHAR> block = rest.substr(0, BlockLength(rest, m_blockUnits));
     rest.remove_prefix(block.size());
-    const std::size_t capacity = std::max<std::size_t>(block.size() * kMaximumUtf8PerUnit, 1);
-    auto* const bytes = static_cast<char*>(XML_GetBuffer(m_parser, static_cast<int>(capacity)));
-    if (bytes == nullptr) throw std::bad_alloc();
-    const Converted converted = ToUtf8(block, bytes);
-    const bool isWhole = converted.units == block.size();
-    const XML_Bool isLast = isWhole && rest.empty() ? XML_TRUE : XML_FALSE;
-    accepted = XML_ParseBuffer(m_parser, static_cast<int>(converted.bytes), isLast) == XML_STATUS_OK;
-    if (accepted && !isWhole) {
-      fault.line = 1 + CountLines(text.substr(0, text.size() - rest.size() - block.size() + converted.units));
+    std::size_t converted = 0;
+    accepted = Feed(block, rest.empty(), converted);
+    if (accepted && converted < block.size()) {
+      fault.line = 1 + CountLines(text.substr(0, text.size() - rest.size() - block.size() + converted));
       fault.reason = kLoneSurrogate;
       return false;
     }
-    fed += static_cast<XML_Index>(converted.bytes);
-    const XML_Index pending = fed - XML_GetCurrentByteIndex(m_parser);
-    if (pending > static_cast<XML_Index>(blockUnits)) blockUnits = std::min(2 * blockUnits, kLargestBlockUnits);
   } while (accepted && !rest.empty());
+  return Finish(accepted, fault);
+}
 
+bool XmlTextParser::Parse1252(const NarrowTextReader& read, XmlTextFault& fault) {
+  std::string block;
+  bool isStart = true;
+  bool isLast = false;
+  bool accepted = true;
+  while (accepted && !isLast) {
+    block.resize(m_blockUnits);
+    const std::size_t size = read(block.data(), block.size());
+    isLast = size < block.size();
+    std::string_view rest(block.data(), size);
+    if (isStart) {
+      const auto blanks = static_cast<std::size_t>(std::find_if_not(rest.begin(), rest.end(), IsBlank) - rest.begin());
+      m_linesBefore += CountLines(rest.substr(0, blanks));
+      rest.remove_prefix(blanks);
+      isStart = rest.empty();
+    }
+    std::size_t converted = 0;
+    if (!rest.empty() || isLast) accepted = Feed(rest, isLast, converted);
+  }
+  return Finish(accepted, fault);
+}
+
+template <class Unit>
+bool XmlTextParser::Feed(std::basic_string_view<Unit> block, bool isLast, std::size_t& converted) {
+  const std::size_t capacity = std::max<std::size_t>(block.size() * kMaximumUtf8PerUnit, 1);
+  auto* const bytes = static_cast<char*>(XML_GetBuffer(m_parser, static_cast<int>(capacity)));
+  if (bytes == nullptr) throw std::bad_alloc();
+  // Where a document type is declared, what stands between tags may count: in the size that entities may expand to.
+  const bool dropsLayout = m_layout == XmlLayout::dropped && m_depth > 0 && !m_hasDoctype;
+  const Converted done = dropsLayout ? ToUtf8<true>(block, bytes) : ToUtf8<false>(block, bytes);
+  converted = done.units;
+  const bool ends = isLast && converted == block.size();
+  const auto size = static_cast<int>(done.bytes);
+  if (XML_ParseBuffer(m_parser, size, ends ? XML_TRUE : XML_FALSE) != XML_STATUS_OK) return false;
+  m_fedBytes += done.bytes;
+  const std::uint64_t pending = m_fedBytes - static_cast<std::uint64_t>(XML_GetCurrentByteIndex(m_parser));
+  if (pending > m_blockUnits) m_blockUnits = std::min(2 * m_blockUnits, kLargestBlockUnits);
+  return true;
+}
+
+bool XmlTextParser::Finish(bool accepted, XmlTextFault& fault) {
   if (m_raised) std::rethrow_exception(std::exchange(m_raised, nullptr));
   if (accepted) return true;
   if (!m_refusal.empty()) {

@@ -18,6 +18,7 @@
 #include <string_view>
 #include <vector>
 
+#include <ondrel/platform/narrow_text_reader.h>
 #include <ondrel/platform/types.h>
 
 struct XML_ParserStruct;
@@ -48,10 +49,17 @@ struct XmlTextFault {
   std::string reason;      ///< In UTF-8, for people, without a closing stop.
 };
 
+/// What becomes of blanks and line ends between two tags, which no element is made of.
+enum class XmlLayout {
+  kept,    ///< The parser sees them, and knows the line that it has come to.
+  dropped  ///< They are left out, which is faster where most of a text's lines are indented; a fault's line means
+           ///< nothing.
+};
+
 /// Parses one text. No depth of nesting uses the stack.
 class XmlTextParser {
  public:
-  explicit XmlTextParser(XmlElementSink& sink);
+  explicit XmlTextParser(XmlElementSink& sink, XmlLayout layout = XmlLayout::kept);
   ~XmlTextParser();
   XmlTextParser(const XmlTextParser&) = delete;
   XmlTextParser& operator=(const XmlTextParser&) = delete;
@@ -59,14 +67,22 @@ class XmlTextParser {
   /// True when the whole text is accepted. Otherwise `fault` says why; what was reported before stays reported. To be
   /// called once. Raises std::bad_alloc and what the sink raises.
   bool Parse(std::basic_string_view<WCHAR> text, XmlTextFault& fault);
+  /// The same for text in code page 1252, which comes piece by piece. Raises what `read` raises, too.
+  bool Parse1252(const NarrowTextReader& read, XmlTextFault& fault);
 
-  /// The line of what is being reported, from 1. The parser counts the lines only when it is asked.
+  /// The line of what is being reported, from 1, where the layout is kept. The parser counts the lines only when it is
+  /// asked.
   std::uint64_t Line() const;
 
  private:
   struct Callbacks;
 
-  bool ParseBlock(std::basic_string_view<WCHAR> block, bool last);
+  /// Parses a piece of the text; false when it is refused. `converted` receives the units up to a half of a surrogate
+  /// pair that stands alone, or all.
+  template <class Unit>
+  bool Feed(std::basic_string_view<Unit> block, bool isLast, std::size_t& converted);
+  /// Tells why the text is refused, when it is; the result of the whole.
+  bool Finish(bool accepted, XmlTextFault& fault);
   void StartElement(const char* name, const char** attributes);
   void EndElement(const char* name);
   void DeclareEntity(bool external);
@@ -81,13 +97,19 @@ class XmlTextParser {
   void ClosePrefixes();
 
   XmlElementSink& m_sink;
+  XmlLayout m_layout;
   XML_ParserStruct* m_parser;
   std::vector<XmlElementSink::Attribute> m_attributes;  // of the element that is being reported
+  // The text is converted piece by piece into the parser's own buffer. A piece this small stays in the cache; pieces
+  // grow when a single token is longer than one, so that the parser need not look at a long token again and again.
+  std::size_t m_blockUnits = std::size_t{32} * 1024;
+  std::uint64_t m_fedBytes = 0;
   std::uint64_t m_depth = 0;
   std::uint64_t m_linesBefore = 0;    // lines that were skipped before the parser's first
   unsigned m_entities = 0;            // declared so far
   unsigned m_declaredAttributes = 0;  // likewise
   std::uint64_t m_defaultBytes = 0;   // that default values would have taken, had they been written
+  bool m_hasDoctype = false;
   bool m_stopped = false;
   std::string m_refusal;  // the reason when it is this class that refuses, not the library
   std::uint64_t m_refusalLine = 0;

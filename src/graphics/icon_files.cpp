@@ -10,6 +10,8 @@
 #include "statuses.h"
 
 using ondrel::kAlreadyExists;
+using ondrel::MaskedDrawing;
+using ondrel::platform::AdoptBitmap;
 using ondrel::platform::UniqueBitmap;
 
 namespace {
@@ -47,6 +49,10 @@ UniqueBitmap MakePlatformBitmap(CMMCObjectBitmap& strip) {
   if (needed > kMostPaddedBytes) {
     SetLastError(ERROR_INVALID_PARAMETER);  // as the platform itself says of sizes that it does not make
     return nullptr;
+  }
+  const bool hasPlatformRows = strip.bmBitsPixel == MaskedDrawing::kDepth && strip.bmPlanes == 1;
+  if (hasPlatformRows && strip.bmWidth > 0 && strip.bmHeight > 0) {
+    return AdoptBitmap(strip.bmWidth, strip.bmHeight, strip.bmBitsPixel, MaskedDrawing::TakePixels(strip));
   }
   const void* bits = strip.GetBuffer();
   std::vector<unsigned char> padded;
@@ -152,8 +158,8 @@ void CMMCObjectSet::GetIconBitmapImages(DWORD colour, HBITMAP& smallStrip, HBITM
     const auto left = [index, &icon = icon](bool ofLarge) {
       return static_cast<LONGLONG>(index) * icon.GetColourBitmap(ofLarge).bmWidth;
     };
-    ondrel::DrawMasked(smallPixels, left(false), icon, false, colour);
-    ondrel::DrawMasked(largePixels, left(true), icon, true, colour);
+    MaskedDrawing::Draw(smallPixels, left(false), icon, false, colour);
+    MaskedDrawing::Draw(largePixels, left(true), icon, true, colour);
     m_imageIndices.emplace(cookie, index++);
   }
 

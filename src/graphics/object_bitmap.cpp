@@ -72,9 +72,10 @@ void CMMCObjectBitmap::Construct() {
 }
 
 LONGLONG CMMCObjectBitmap::Locate(int x, int y, LONGLONG offsetInRow, LONGLONG size) const {
-  if (x < 0 || y < 0 || x >= bmWidth || y >= bmHeight || bmWidthBytes < 0) return -1;
-  const LONGLONG offset = static_cast<LONGLONG>(y) * bmWidthBytes + offsetInRow;
-  return offset + size <= static_cast<LONGLONG>(m_pixels.size()) ? offset : -1;
+  if (x < 0 || x >= bmWidth) return -1;
+  const std::span<const unsigned char> row = FromRow(y);
+  if (offsetInRow + size > static_cast<LONGLONG>(row.size())) return -1;
+  return row.data() - m_pixels.data() + offsetInRow;
 }
 
 DWORD CMMCObjectBitmap::GetPixel(int x, int y) const {

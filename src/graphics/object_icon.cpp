@@ -90,7 +90,7 @@ const tagBITMAP& CMMCObjectIcon::GetColourBitmap(bool large) const { return Imag
 CMMCObjectBitmap CMMCObjectIcon::GetMaskedBitmap(bool large, DWORD colour) const {
   const tagBITMAP& source = Images(large).m_colour;
   CMMCObjectBitmap masked(source.bmWidth, source.bmHeight, source.bmPlanes, source.bmBitsPixel);
-  ondrel::DrawMasked(masked, 0, *this, large, colour);
+  ondrel::MaskedDrawing::Draw(masked, 0, *this, large, colour);
   return masked;
 }
 

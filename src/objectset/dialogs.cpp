@@ -36,7 +36,8 @@ HRESULT CMMCObjectSet::AddDialog(__int64 cookie, CMMCObjectParams params) {
   if (!added) return kAlreadyExists;
   HRESULT status = kAlreadyExists;
   try {
-    status = AddObject(m_tables.dialogs, {0, cookie}, std::move(params));
+    std::optional<ObjectIndex::iterator> before;  // dialogs mostly come at the end
+    status = AddObject(m_tables.dialogs, {0, cookie}, std::move(params), before);
   } catch (...) {
     m_tables.dialogNames.erase(name);
     throw;
@@ -51,8 +52,7 @@ HRESULT CMMCObjectSet::RemoveDialog(__int64 cookie) {
   if (dialog == m_tables.dialogs.end()) return kNotFound;
   // The current name: a dialog renamed by SetParams leaves its old name in the table.
   m_tables.dialogNames.erase(dialog->second.GetName());
-  m_tables.dialogs.erase(dialog);
-  m_tables.objects.erase(cookie);
+  RemoveObject(m_tables.dialogs, dialog);
   SetModifiedFlag(TRUE);
   return S_OK;
 }

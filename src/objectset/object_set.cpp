@@ -18,6 +18,8 @@ CMMCObjectSet::~CMMCObjectSet() = default;
 
 void CMMCObjectSet::Initialise() {
   m_tables = Tables();
+  ++m_edition;
+  m_cookiesChanged = false;
   SetModifiedFlag(FALSE);
 }
 
@@ -26,6 +28,7 @@ void CMMCObjectSet::Tables::SwapObjects(Tables& other) noexcept {
   dialogs.swap(other.dialogs);
   dialogNames.swap(other.dialogNames);
   objects.swap(other.objects);
+  lastNode.swap(other.lastNode);
 }
 
 bool CMMCObjectSet::IsModified() const { return m_modified.load(std::memory_order_relaxed); }
@@ -50,6 +53,10 @@ void CMMCObjectSet::SetParams(__int64 cookie, const CMMCObjectParams* params) {
   SetModifiedFlag(TRUE);
 }
 
+bool CMMCObjectSet::IsIndexWhole() const {
+  return m_tables.objects.size() == m_tables.nodes.size() + m_tables.dialogs.size();
+}
+
 std::optional<__int64> CMMCObjectSet::NextObjectCookie() const {
   if (m_tables.objects.empty()) return 0;
   const __int64 largest = m_tables.objects.rbegin()->first;
@@ -57,16 +64,39 @@ std::optional<__int64> CMMCObjectSet::NextObjectCookie() const {
   return largest + 1;
 }
 
-HRESULT CMMCObjectSet::AddObject(ObjectStore& store, const ObjectStore::key_type& key, CMMCObjectParams&& params) {
-  if (store.contains(key) || m_tables.objects.contains(key.second)) return kAlreadyExists;
-  const auto entry = store.emplace(key, std::move(params)).first;
+HRESULT CMMCObjectSet::AddObject(ObjectStore& store, const ObjectStore::key_type& key, CMMCObjectParams&& params,
+                                 std::optional<ObjectIndex::iterator>& before) {
+  // The places that are tried first make the search for the key short.
+  ObjectIndex& objects = m_tables.objects;
+  const std::size_t objectCount = objects.size();
+  const auto object = objects.try_emplace(before ? std::next(*before) : objects.end(), key.second, store.end());
+  if (objects.size() == objectCount) return kAlreadyExists;
+  const std::size_t entryCount = store.size();
   try {
-    m_tables.objects.emplace(key.second, entry);
+    object->second = store.try_emplace(before ? std::next((*before)->second) : store.end(), key);
   } catch (...) {
-    store.erase(entry);
+    objects.erase(object);
     throw;
   }
+  if (store.size() == entryCount) {
+    objects.erase(object);
+    return kAlreadyExists;
+  }
+  CMMCObjectParams& stored = object->second->second;
+  stored.Swap(params);
+  stored.m_cookieChanged = &m_cookiesChanged;
+  if (stored.m_cookie != key.second) m_cookiesChanged = true;
+  before = object;
+  ++m_edition;
   return S_OK;
+}
+
+void CMMCObjectSet::RemoveObject(ObjectStore& store, ObjectStore::iterator entry) {
+  const auto object = m_tables.objects.find(entry->first.second);
+  if (m_tables.lastNode == object) m_tables.lastNode.reset();
+  if (object != m_tables.objects.end()) m_tables.objects.erase(object);
+  store.erase(entry);
+  ++m_edition;
 }
 
 CMMCObjectSet::ObjectStore::iterator CMMCObjectSet::FindObject(ObjectStore& store, __int64 cookie) {

@@ -29,7 +29,17 @@ CMMCObjectParams::CMMCObjectParams() = default;
 CMMCObjectParams::CMMCObjectParams(__int64 cookie, CString name, _eTypeNode type)
     : m_cookie(cookie), m_name(std::move(name)), m_type(type) {}
 
-CMMCObjectParams::CMMCObjectParams(const CMMCObjectParams& other) = default;
+// As the move below, by hand: a copy is kept by no set.
+CMMCObjectParams::CMMCObjectParams(const CMMCObjectParams& other)
+    : m_cookie(other.m_cookie),
+      m_name(other.m_name),
+      m_icon(other.m_icon),
+      m_type(other.m_type),
+      m_childQueries(other.m_childQueries),
+      m_styleSheet(other.m_styleSheet),
+      m_menuScript(other.m_menuScript),
+      m_scripts(other.m_scripts),
+      m_renderQueries(other.m_renderQueries) {}
 
 // The source keeps its name: callers still report a record by its name after they have handed it over.
 // NOLINTNEXTLINE(performance-noexcept-move-constructor): callers' builds rely on the declaration
@@ -47,16 +57,22 @@ CMMCObjectParams::CMMCObjectParams(CMMCObjectParams&& other)
 CMMCObjectParams& CMMCObjectParams::operator=(const CMMCObjectParams& other) {
   // All that may fail comes first, so that a record is never replaced by halves.
   CMMCObjectParams copy(other);
-  m_cookie = copy.m_cookie;
-  std::swap(m_name, copy.m_name);
-  m_icon = copy.m_icon;
-  m_type = copy.m_type;
-  m_childQueries.swap(copy.m_childQueries);
-  m_styleSheet = copy.m_styleSheet;
-  m_menuScript = copy.m_menuScript;
-  m_scripts.swap(copy.m_scripts);
-  m_renderQueries.swap(copy.m_renderQueries);
+  Swap(copy);
   return *this;
+}
+
+void CMMCObjectParams::Swap(CMMCObjectParams& other) noexcept {
+  const __int64 cookie = m_cookie;
+  SetCookie(other.m_cookie);
+  other.SetCookie(cookie);
+  std::swap(m_name, other.m_name);
+  std::swap(m_icon, other.m_icon);
+  std::swap(m_type, other.m_type);
+  m_childQueries.swap(other.m_childQueries);
+  std::swap(m_styleSheet, other.m_styleSheet);
+  std::swap(m_menuScript, other.m_menuScript);
+  m_scripts.swap(other.m_scripts);
+  m_renderQueries.swap(other.m_renderQueries);
 }
 
 CMMCObjectParams::~CMMCObjectParams() = default;
@@ -116,5 +132,11 @@ CMMCObjectParams::_eTypeNode CMMCObjectParams::GetNodeType(CString name) {
 
 __int64 CMMCObjectParams::V_OBJECT_COOKIE(CComVariant* variant) { return variant->llVal; }
 __int64 CMMCObjectParams::V_FILE_COOKIE(CComVariant* variant) { return variant->llVal; }
+
+void CMMCObjectParams::SetCookie(__int64 cookie) {
+  if (cookie == m_cookie) return;
+  m_cookie = cookie;
+  if (m_cookieChanged != nullptr) m_cookieChanged->store(true, std::memory_order_relaxed);
+}
 
 bool CMMCObjectParams::HasView() const { return m_type == eHTML || m_type == eDialog; }

@@ -5,6 +5,7 @@
 #include "params/archive_counts.h"
 
 using ondrel::LoadCount;
+using ondrel::ReserveSome;
 using ondrel::StoreCount;
 
 namespace {
@@ -15,7 +16,9 @@ void StoreQueries(CVellum& archive, const CMMCObjectParams::QueryList& queries) 
 }
 
 void LoadQueries(CVellum& archive, CMMCObjectParams::QueryList& queries) {
-  for (ULONGLONG left = LoadCount(archive); left > 0; --left) {
+  ULONGLONG left = LoadCount(archive);
+  ReserveSome(queries, left);
+  for (; left > 0; --left) {
     CString tag;
     __int64 file = 0;
     archive >> tag >> file;
@@ -38,12 +41,17 @@ void CMMCObjectParams::Serialize(CVellum& archive) const {
 }
 
 void CMMCObjectParams::Deserialize(CVellum& archive) {
+  __int64 cookie = 0;
   int type = 0;
-  archive >> m_cookie >> m_name >> m_icon >> type;
+  archive >> cookie;
+  SetCookie(cookie);
+  archive >> m_name >> m_icon >> type;
   m_type = static_cast<_eTypeNode>(type);
   LoadQueries(archive, m_childQueries);
   archive >> m_menuScript;
-  for (ULONGLONG left = LoadCount(archive); left > 0; --left) {
+  ULONGLONG left = LoadCount(archive);
+  ReserveSome(m_scripts, left);
+  for (; left > 0; --left) {
     __int64 script = 0;
     archive >> script;
     m_scripts.push_back(script);

@@ -5,14 +5,15 @@
 #include "persist/dom.h"
 #include "statuses.h"
 
-using ondrel::FindAttribute;
+using ondrel::FindCookie;
 using ondrel::GetAttributes;
 using ondrel::kCookieAttribute;
 using ondrel::kInvalidData;
 using ondrel::kNameAttribute;
-using ondrel::ReadAttribute;
-using ondrel::TextOf;
-using ondrel::WriteAttribute;
+using ondrel::ReadCookie;
+using ondrel::ReadText;
+using ondrel::WriteCookie;
+using ondrel::WriteText;
 
 namespace {
 
@@ -38,7 +39,7 @@ HRESULT WriteFileReference(IXMLDOMDocument* document, IXMLDOMElement* parent, BS
   if (SUCCEEDED(status) && cookie != 0) {
     CComPtr<IXMLDOMNamedNodeMap> attributes;
     status = GetAttributes(element, attributes);
-    if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kFileAttribute, CComVariant(cookie));
+    if (SUCCEEDED(status)) status = WriteCookie(document, attributes, kFileAttribute, cookie);
   }
   if (SUCCEEDED(status)) status = parent->appendChild(element, nullptr);
   return status;
@@ -53,8 +54,8 @@ HRESULT WriteQueries(IXMLDOMDocument* document, IXMLDOMElement* parent, BSTR nam
     CComPtr<IXMLDOMNamedNodeMap> attributes;
     status = document->createElement(kQueryElement, &element);
     if (SUCCEEDED(status)) status = GetAttributes(element, attributes);
-    if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kTagAttribute, CComVariant(query->first));
-    if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kFileAttribute, CComVariant(query->second));
+    if (SUCCEEDED(status)) status = WriteText(document, attributes, kTagAttribute, query->first);
+    if (SUCCEEDED(status)) status = WriteCookie(document, attributes, kFileAttribute, query->second);
     if (SUCCEEDED(status)) status = list->appendChild(element, nullptr);
   }
   if (SUCCEEDED(status)) status = parent->appendChild(list, nullptr);
@@ -68,9 +69,7 @@ HRESULT ReadFileReference(IXMLDOMNode* parent, BSTR name, __int64& cookie) {
   if (status != S_OK) return FAILED(status) ? status : kInvalidData;
   CComPtr<IXMLDOMNamedNodeMap> attributes;
   status = GetAttributes(element, attributes);
-  CComVariant value;
-  if (SUCCEEDED(status)) status = FindAttribute(attributes, kFileAttribute, CMMCObjectParams::VT_FILE_COOKIE, value);
-  if (status == S_OK) cookie = CMMCObjectParams::V_FILE_COOKIE(&value);
+  if (SUCCEEDED(status)) status = FindCookie(attributes, kFileAttribute, cookie);
   return FAILED(status) ? status : S_OK;
 }
 
@@ -81,13 +80,13 @@ HRESULT ReadQueries(IXMLDOMNode* parent, BSTR path, CMMCObjectParams::QueryList&
   CComPtr<IXMLDOMNode> element;
   while ((status = elements->nextNode(&element)) == S_OK) {
     CComPtr<IXMLDOMNamedNodeMap> attributes;
-    CComVariant tag;
-    CComVariant file;
+    CString tag;
+    __int64 file = 0;
     status = GetAttributes(element, attributes);
-    if (SUCCEEDED(status)) status = ReadAttribute(attributes, kTagAttribute, VT_BSTR, tag);
-    if (SUCCEEDED(status)) status = ReadAttribute(attributes, kFileAttribute, CMMCObjectParams::VT_FILE_COOKIE, file);
+    if (SUCCEEDED(status)) status = ReadText(attributes, kTagAttribute, tag);
+    if (SUCCEEDED(status)) status = ReadCookie(attributes, kFileAttribute, file);
     if (FAILED(status)) break;
-    queries.emplace_back(TextOf(tag), CMMCObjectParams::V_FILE_COOKIE(&file));
+    queries.emplace_back(std::move(tag), file);
   }
   return FAILED(status) ? status : S_OK;
 }
@@ -100,12 +99,12 @@ void ReadScripts(IXMLDOMNode* parent, CMMCObjectParams::ScriptList& scripts) {
   HRESULT status = elements->nextNode(&element);
   while (status == S_OK) {
     CComPtr<IXMLDOMNamedNodeMap> attributes;
-    CComVariant file;
+    __int64 file = 0;
     status = GetAttributes(element, attributes);
-    if (SUCCEEDED(status)) status = FindAttribute(attributes, kFileAttribute, CMMCObjectParams::VT_FILE_COOKIE, file);
+    if (SUCCEEDED(status)) status = FindCookie(attributes, kFileAttribute, file);
     if (FAILED(status)) return;
     if (status == S_OK) {
-      scripts.push_back(CMMCObjectParams::V_FILE_COOKIE(&file));
+      scripts.push_back(file);
       status = elements->nextNode(&element);
     } else {
       // Without a file the walk stays at this element, so the read does not end. Existing hosts rely on the walk going
@@ -120,11 +119,10 @@ void ReadScripts(IXMLDOMNode* parent, CMMCObjectParams::ScriptList& scripts) {
 HRESULT CMMCObjectParams::Serialize(CComPtr<IXMLDOMDocument> document, CComPtr<IXMLDOMElement> element) const {
   CComPtr<IXMLDOMNamedNodeMap> attributes;
   HRESULT status = GetAttributes(element, attributes);
-  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kCookieAttribute, CComVariant(m_cookie));
-  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kNameAttribute, CComVariant(m_name));
-  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kIconAttribute, CComVariant(m_icon));
-  if (SUCCEEDED(status))
-    status = WriteAttribute(document, attributes, kTypeAttribute, CComVariant(GetNodeTypeName(m_type)));
+  if (SUCCEEDED(status)) status = WriteCookie(document, attributes, kCookieAttribute, m_cookie);
+  if (SUCCEEDED(status)) status = WriteText(document, attributes, kNameAttribute, m_name);
+  if (SUCCEEDED(status)) status = WriteCookie(document, attributes, kIconAttribute, m_icon);
+  if (SUCCEEDED(status)) status = WriteText(document, attributes, kTypeAttribute, GetNodeTypeName(m_type));
 
   if (SUCCEEDED(status) && m_type != eDialog)
     status = WriteQueries(document, element, kChildQueriesElement, m_childQueries);
@@ -147,22 +145,17 @@ HRESULT CMMCObjectParams::Serialize(CComPtr<IXMLDOMDocument> document, CComPtr<I
 HRESULT CMMCObjectParams::Deserialize(CComPtr<IXMLDOMNode> node) {
   CComPtr<IXMLDOMNamedNodeMap> attributes;
   HRESULT status = GetAttributes(node, attributes);
-  CComVariant value;
-  if (SUCCEEDED(status)) status = ReadAttribute(attributes, kCookieAttribute, VT_OBJECT_COOKIE, value);
+  __int64 cookie = 0;
+  if (SUCCEEDED(status)) status = ReadCookie(attributes, kCookieAttribute, cookie);
   if (SUCCEEDED(status)) {
-    m_cookie = V_OBJECT_COOKIE(&value);
-    status = ReadAttribute(attributes, kNameAttribute, VT_BSTR, value);
+    SetCookie(cookie);
+    status = ReadText(attributes, kNameAttribute, m_name);
   }
+  if (SUCCEEDED(status)) status = ReadCookie(attributes, kIconAttribute, m_icon);
+  CString type;
+  if (SUCCEEDED(status)) status = ReadText(attributes, kTypeAttribute, type);
   if (SUCCEEDED(status)) {
-    m_name = TextOf(value);
-    status = ReadAttribute(attributes, kIconAttribute, VT_FILE_COOKIE, value);
-  }
-  if (SUCCEEDED(status)) {
-    m_icon = V_FILE_COOKIE(&value);
-    status = ReadAttribute(attributes, kTypeAttribute, VT_BSTR, value);
-  }
-  if (SUCCEEDED(status)) {
-    m_type = GetNodeType(TextOf(value));
+    m_type = GetNodeType(std::move(type));
     status = ReadQueries(node, kChildQueryPath, m_childQueries);
   }
   if (SUCCEEDED(status)) status = ReadFileReference(node, kMenuScriptElement, m_menuScript);

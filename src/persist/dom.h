@@ -11,19 +11,19 @@ inline constexpr BstrLiteral kNameAttribute(_T("Name"));
 /// An element's attributes; 0x8007000D for a node that has none because it is no element.
 HRESULT GetAttributes(IXMLDOMNode* node, CComPtr<IXMLDOMNamedNodeMap>& attributes);
 
-/// Adds an attribute with the text of `value` to an element's attributes. 0 or the first failing status.
-HRESULT WriteAttribute(IXMLDOMDocument* document, IXMLDOMNamedNodeMap* attributes, BSTR name, const VARIANT& value);
+/// Adds an attribute to an element's attributes. 0 or the first failing status.
+HRESULT WriteText(IXMLDOMDocument* document, IXMLDOMNamedNodeMap* attributes, BSTR name, const CString& text);
+/// The same for a number, written in decimal digits.
+HRESULT WriteCookie(IXMLDOMDocument* document, IXMLDOMNamedNodeMap* attributes, BSTR name, __int64 cookie);
 
-/// Looks an attribute up. S_OK with its text, converted to `type`, in `value`; S_FALSE when there is none; or the
-/// failing status.
-HRESULT FindAttribute(IXMLDOMNamedNodeMap* attributes, BSTR name, VARTYPE type, CComVariant& value);
+/// Looks an attribute up. S_OK and its text; S_FALSE when there is none; or the failing status.
+HRESULT FindText(IXMLDOMNamedNodeMap* attributes, BSTR name, CString& text);
 
-/// As FindAttribute, for an attribute that must be there: 0x8007000D when it is not.
-HRESULT ReadAttribute(IXMLDOMNamedNodeMap* attributes, BSTR name, VARTYPE type, CComVariant& value);
+/// The same for an attribute that must be there: 0x8007000D when it is not.
+HRESULT ReadText(IXMLDOMNamedNodeMap* attributes, BSTR name, CString& text);
 
-/// The text of a VT_BSTR variant.
-inline CString TextOf(const CComVariant& value) {
-  return CString(value.bstrVal, static_cast<int>(SysStringLen(value.bstrVal)));
-}
+/// As FindText and ReadText, for a number: its text is converted as VariantChangeType does it.
+HRESULT FindCookie(IXMLDOMNamedNodeMap* attributes, BSTR name, __int64& cookie);
+HRESULT ReadCookie(IXMLDOMNamedNodeMap* attributes, BSTR name, __int64& cookie);
 
 }  // namespace ondrel

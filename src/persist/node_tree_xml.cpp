@@ -17,29 +17,29 @@ HRESULT CMMCObjectSet::SerializeNode(__int64 cookie, CComPtr<IXMLDOMDocument> do
     CComPtr<IXMLDOMElement> parent;
     CComPtr<IXMLDOMElement> node;
     CComPtr<IXMLDOMElement> nodes;  // the container of the children; null for a leaf
-    std::list<__int64> children;    // those still to be written
+    std::size_t childrenLeft = 0;   // those still to be written
   };
 
-  const auto open = [&](__int64 nodeCookie, const CComPtr<IXMLDOMElement>& under, OpenNode& entry) -> HRESULT {
-    CMMCObjectParams* params = nullptr;
-    if (!GetParams(nodeCookie, params)) return kNotFound;
+  TreeWalk walk;
+  walk.pending.push_back({cookie, {}, 0});
+  const auto open = [&](const CComPtr<IXMLDOMElement>& under, OpenNode& entry) -> HRESULT {
+    const CMMCObjectParams* const params = VisitNext(walk, entry.childrenLeft);
+    if (params == nullptr) return kNotFound;
     entry.parent = under;
     HRESULT status = document->createElement(g_elementNames.node, &entry.node);
     if (SUCCEEDED(status)) status = params->Serialize(document, entry.node);
     if (FAILED(status)) return status;
-    entry.children = GetChildNodes(nodeCookie);
-    return entry.children.empty() ? S_OK : document->createElement(g_elementNames.nodes, &entry.nodes);
+    return entry.childrenLeft == 0 ? S_OK : document->createElement(g_elementNames.nodes, &entry.nodes);
   };
 
   std::vector<OpenNode> path(1);
-  HRESULT status = open(cookie, parent, path.back());
+  HRESULT status = open(parent, path.back());
   while (SUCCEEDED(status) && !path.empty()) {
     OpenNode& current = path.back();
-    if (!current.children.empty()) {
-      const __int64 child = current.children.front();
-      current.children.pop_front();
+    if (current.childrenLeft > 0) {
+      --current.childrenLeft;
       OpenNode entry;
-      status = open(child, current.nodes, entry);
+      status = open(current.nodes, entry);
       path.push_back(std::move(entry));
       continue;
     }
@@ -86,7 +86,10 @@ HRESULT CMMCObjectSet::DeserializeNodes(__int64 parent, CComPtr<IXMLDOMNodeList>
     status = params.Deserialize(node);
     if (FAILED(status)) return status;
     const __int64 cookie = params.GetCookie();
-    status = AddNode(current.parent, cookie, std::move(params));
+    {
+      CSingleLock lock(&m_lock, TRUE);
+      status = AddObject(m_tables.nodes, {current.parent, cookie}, std::move(params), m_tables.lastNode);
+    }
     if (FAILED(status)) return status;
     CComPtr<IXMLDOMNodeList> childContainers;
     status = node->selectNodes(g_elementNames.nodes, &childContainers);

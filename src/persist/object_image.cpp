@@ -3,6 +3,7 @@
 #include <ondrel/MMCObjectSet.h>
 
 #include <algorithm>
+#include <array>
 
 #include "params/archive_counts.h"
 
@@ -68,20 +69,16 @@ void CMMCObjectSet::StoreRecord(__int64 cookie, CVellum& archive) const {
 }
 
 void CMMCObjectSet::SerializeNode(__int64 cookie, CVellum& archive) {
-  // The children still to be written, of each node on the path from the top.
-  std::vector<std::list<__int64>> path(1, {cookie});
-  while (!path.empty()) {
-    std::list<__int64>& siblings = path.back();
-    if (siblings.empty()) {
-      path.pop_back();
-      continue;
+  TreeWalk walk;
+  walk.pending.push_back({cookie, {}, 0});
+  while (!walk.pending.empty()) {
+    std::size_t children = 0;
+    if (const CMMCObjectParams* const params = VisitNext(walk, children)) {
+      params->Serialize(archive);
+    } else {
+      AfxThrowArchiveException(CArchiveException::genericException);
     }
-    const __int64 current = siblings.front();
-    siblings.pop_front();
-    StoreRecord(current, archive);
-    std::list<__int64> children = GetChildNodes(current);
-    StoreCount(archive, children.size());
-    path.push_back(std::move(children));
+    StoreCount(archive, children);
   }
 }
 
@@ -119,6 +116,8 @@ void CMMCObjectSet::DeserializeNode(__int64 parent, CVellum& archive) {
     ULONGLONG childrenLeft;
   };
   std::vector<OpenNode> path(1, {parent, 1});
+  std::array<std::optional<ObjectIndex::iterator>, kWalkLevels> lastOfLevel;
+  std::uint64_t edition = 0;  // of the tables, since when those places hold
   while (!path.empty()) {
     if (path.back().childrenLeft == 0) {
       path.pop_back();
@@ -128,7 +127,13 @@ void CMMCObjectSet::DeserializeNode(__int64 parent, CVellum& archive) {
     CMMCObjectParams params;
     params.Deserialize(archive);
     const __int64 cookie = params.GetCookie();
-    AtlThrowIfFailed(AddNode(path.back().cookie, cookie, std::move(params)));
+    {
+      CSingleLock lock(&m_lock, TRUE);
+      if (edition != m_edition) lastOfLevel = {};
+      auto& last = lastOfLevel[std::min(path.size(), kWalkLevels) - 1];
+      AtlThrowIfFailed(AddObject(m_tables.nodes, {path.back().cookie, cookie}, std::move(params), last));
+      edition = m_edition;
+    }
     path.push_back({cookie, LoadCount(archive)});
   }
 }

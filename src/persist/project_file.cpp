@@ -3,24 +3,25 @@
 #include <ondrel/MMCObjectSet.h>
 
 #include <algorithm>
+#include <array>
 #include <limits>
-#include <string>
 
 #include "persist/dom.h"
 #include "statuses.h"
 
-using ondrel::FindAttribute;
+using ondrel::FindText;
 using ondrel::GetAttributes;
 using ondrel::kCookieAttribute;
 using ondrel::kInvalidData;
 using ondrel::kNameAttribute;
 using ondrel::kNotFound;
-using ondrel::ReadAttribute;
-using ondrel::TextOf;
-using ondrel::WriteAttribute;
+using ondrel::ReadCookie;
+using ondrel::ReadText;
+using ondrel::WriteCookie;
+using ondrel::WriteText;
 using ondrel::platform::CreateDocument;
 using ondrel::platform::GetContentHandler;
-using ondrel::platform::LoadDocument;
+using ondrel::platform::LoadNarrowDocument;
 
 namespace {
 
@@ -57,12 +58,12 @@ HRESULT WriteFileElement(IXMLDOMDocument* document, IXMLDOMElement* group, BSTR 
   CComPtr<IXMLDOMNamedNodeMap> attributes;
   HRESULT status = document->createElement(elementName, &element);
   if (SUCCEEDED(status)) status = GetAttributes(element, attributes);
-  if (SUCCEEDED(status)) status = WriteAttribute(document, attributes, kCookieAttribute, CComVariant(cookie));
+  if (SUCCEEDED(status)) status = WriteCookie(document, attributes, kCookieAttribute, cookie);
   if (SUCCEEDED(status)) {
     const bool inside = path.View().starts_with(directory.View());
     const CString text = inside ? path.Mid(directory.GetLength()) : path;
-    status = inside ? WriteAttribute(document, attributes, kNameAttribute, CComVariant(text))
-                    : WriteAttribute(document, attributes, kPathAttribute, CComVariant(text));
+    status = inside ? WriteText(document, attributes, kNameAttribute, text)
+                    : WriteText(document, attributes, kPathAttribute, text);
   }
   if (SUCCEEDED(status)) status = AppendElement(group, element);
   return status;
@@ -73,17 +74,13 @@ HRESULT ReadFileElement(IXMLDOMNode* element, const CString& directory, CString&
   CComPtr<IXMLDOMNamedNodeMap> attributes;
   HRESULT status = GetAttributes(element, attributes);
   if (FAILED(status)) return status;
-  CComVariant text;
-  status = FindAttribute(attributes, kNameAttribute, VT_BSTR, text);
+  CString text;
+  status = FindText(attributes, kNameAttribute, text);
   const bool relative = status == S_OK;
-  if (status == S_FALSE) status = ReadAttribute(attributes, kPathAttribute, VT_BSTR, text);
-  if (FAILED(status)) return status;
-  CComVariant number;
-  status = ReadAttribute(attributes, kCookieAttribute, CMMCObjectParams::VT_FILE_COOKIE, number);
-  if (FAILED(status)) return status;
-  path = relative ? directory + TextOf(text) : TextOf(text);
-  cookie = CMMCObjectParams::V_FILE_COOKIE(&number);
-  return S_OK;
+  if (status == S_FALSE) status = ReadText(attributes, kPathAttribute, text);
+  if (SUCCEEDED(status)) status = ReadCookie(attributes, kCookieAttribute, cookie);
+  if (SUCCEEDED(status)) path = relative ? directory + text : text;
+  return status;
 }
 
 /// Calls `read` for each node of a list, until one fails. 0, or the failing status.
@@ -149,36 +146,25 @@ void StoreStream(IStream* stream, CVellum& archive) {
   archive.Write(text.bytes, static_cast<UINT>(length));
 }
 
-/// The rest of the file under the archive, in one run. The file's length is taken as a claim: memory grows with the
-/// bytes that are there.
-std::string ReadFileText(CVellum& archive) {
-  constexpr std::size_t kFirstBlock = std::size_t{1} << 20;
-  const ULONGLONG length = archive.GetFile()->GetLength();
-  if (length > static_cast<ULONGLONG>(std::numeric_limits<int>::max())) AfxThrowMemoryException();
-  std::string text;
-  while (text.size() < length) {
-    const std::size_t done = text.size();
-    const std::size_t block = std::min<std::size_t>(length - done, std::max(done, kFirstBlock));
-    text.resize(done + block);
-    const UINT read = archive.Read(text.data() + done, static_cast<UINT>(block));
-    text.resize(done + read);
-    if (read < block) break;
-  }
-  return text;
-}
-
-/// The text of a project's bytes. By the narrow code page, although saving writes UTF-8: definitions of this form have
-/// always been read so, and text outside ASCII survives as character references alone.
-CComBSTR WidenProject(const std::string& text) {
-  const int length = static_cast<int>(text.size());
-  if (length == 0) return CComBSTR(CString());
-  const int measured = MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), length, nullptr, 0);
-  CComBSTR wide;
-  wide.m_str = measured > 0 ? SysAllocStringLen(nullptr, static_cast<UINT>(measured)) : nullptr;
-  if (wide.m_str == nullptr) AfxThrowMemoryException();
-  const int converted = MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), length, wide, measured);
-  if (converted != measured) AfxThrowMemoryException();
-  return wide;
+/// Reads the text of the file under the archive into a document. By the narrow code page, although saving writes UTF-8:
+/// definitions of this form have always been read so, and text outside ASCII survives as character references alone.
+void ReadDocument(CVellum& archive, IXMLDOMDocument* document) {
+  ULONGLONG left = archive.GetFile()->GetLength();
+  if (left > static_cast<ULONGLONG>(std::numeric_limits<int>::max())) AfxThrowMemoryException();
+  // The file's length is a claim: the text ends where there are no more bytes.
+  const auto read = [&](char* buffer, std::size_t size) {
+    const auto wanted = static_cast<UINT>(std::min<ULONGLONG>(size, left));
+    const UINT count = archive.Read(buffer, wanted);
+    left = count < wanted ? 0 : left - count;
+    return std::size_t{count};
+  };
+  VARIANT_BOOL loaded = VARIANT_FALSE;
+  const HRESULT status = LoadNarrowDocument(document, read, &loaded);
+  // A file that cannot be read to its end is told before a text that is no project.
+  std::array<char, 4096> unread;
+  while (left > 0) read(unread.data(), unread.size());
+  AtlThrowIfFailed(status);
+  if (status == S_FALSE || loaded == VARIANT_FALSE) AtlThrow(kInvalidData);
 }
 
 }  // namespace
@@ -238,16 +224,15 @@ void CMMCObjectSet::StoreProject(CVellum& archive) {
 void CMMCObjectSet::LoadProject(CVellum& archive, const TransformFactory& factory) {
   const CComPtr<IXMLDOMDocument> document = MakeDocument();
   const CString directory = ProjectDirectory(archive);
-  VARIANT_BOOL loaded = VARIANT_FALSE;
-  const HRESULT parsed = LoadDocument(document, WidenProject(ReadFileText(archive)), &loaded);
-  AtlThrowIfFailed(parsed);
-  if (parsed == S_FALSE || loaded == VARIANT_FALSE) AtlThrow(kInvalidData);
+  ReadDocument(archive, document);
 
   Tables former;
   bool formerlyModified = false;
+  bool formerlyChanged = false;
   {
     CSingleLock lock(&m_lock, TRUE);
     formerlyModified = IsModified();
+    formerlyChanged = m_cookiesChanged;
     std::swap(former, m_tables);
     Initialise();
   }
@@ -256,7 +241,9 @@ void CMMCObjectSet::LoadProject(CVellum& archive, const TransformFactory& factor
   } catch (...) {
     CSingleLock lock(&m_lock, TRUE);
     std::swap(former, m_tables);
+    ++m_edition;
     SetModifiedFlag(formerlyModified ? TRUE : FALSE);
+    if (formerlyChanged) m_cookiesChanged = true;
     throw;
   }
 }

@@ -50,7 +50,11 @@ TEST_F(EditsMemory, RunningShortWhileADialogIsAddedLeavesTheSetAsItWas) {
 }
 
 TEST_F(EditsMemory, RunningShortWhileANodeIsMovedLeavesTheSetAsItWas) {
-  Sweep("MoveNodeDown", [](CMMCObjectSet& set) { return set.MoveNodeDown(kFirstChild); });
+  // Records that all have their cookies and names are moved without any; a set in doubt about them takes it.
+  Sweep("MoveNodeDown", [](CMMCObjectSet& set) {
+    Probe::DoubtCookies(set);
+    return set.MoveNodeDown(kFirstChild);
+  });
 }
 
 TEST_F(EditsMemory, RunningShortWhileTheRemovalOfANodeIsRefusedLeavesTheSetAsItWas) {

@@ -116,6 +116,34 @@ TEST(Bitmap, NullHandleFailsEverywhere) {
   EXPECT_FALSE(DeleteObject(nullptr));
 }
 
+TEST(Bitmap, OfRowsThatAreHandedOverHasThem) {
+  const UniqueBitmap bitmap = platform::AdoptBitmap(3, 2, 8, {1, 2, 3, 0, 4, 5, 6, 0});
+  const BitmapContents contents = ReadBitmap(bitmap.get());
+  EXPECT_EQ(contents.header.bmWidth, 3);
+  EXPECT_EQ(contents.header.bmHeight, 2);
+  EXPECT_EQ(contents.header.bmWidthBytes, 4) << "rows are padded to 2 bytes";
+  EXPECT_EQ(contents.header.bmPlanes, 1);
+  EXPECT_EQ(contents.header.bmBitsPixel, 8);
+  EXPECT_THAT(contents.bits, ElementsAre(1, 2, 3, 0, 4, 5, 6, 0));
+}
+
+TEST(Bitmap, OfMoreOrFewerRowsThanItHasIsRefused) {
+  struct Case {
+    int width;
+    int height;
+    std::size_t bytes;
+  };
+  constexpr int kMost = std::numeric_limits<int>::max();
+  constexpr int kLeast = std::numeric_limits<int>::min();
+  for (const Case& c : {Case{1, 1, 3}, Case{1, 1, 5}, Case{1, 1, 0}, Case{0, 1, 0}, Case{1, 0, 0}, Case{-1, -1, 4},
+                        Case{kMost, kMost, 4}, Case{kLeast, kLeast, 0}, Case{1 << 30, 4, 0}}) {
+    SetLastError(ERROR_SUCCESS);
+    const UniqueBitmap bitmap = platform::AdoptBitmap(c.width, c.height, 32, std::vector<BYTE>(c.bytes));
+    EXPECT_EQ(bitmap.get(), nullptr) << c.width << " x " << c.height << ", " << c.bytes << " bytes";
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER) << c.width << " x " << c.height << ", " << c.bytes << " bytes";
+  }
+}
+
 TEST(Bitmap, HandlesAreCountedWhileTheyLive) {
   ASSERT_EQ(CountLiveHandles().bitmaps, 0);
   {

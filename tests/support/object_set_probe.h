@@ -37,6 +37,12 @@ class CMMCObjectSetProbe {
   static const auto& Tables(const CMMCObjectSet& set) { return set.m_tables; }
   static std::map<__int64, int>& ImageIndices(CMMCObjectSet& set) { return set.m_imageIndices; }
   static CCriticalSection& Lock(const CMMCObjectSet& set) { return set.m_lock; }
+  /// Whether MoveNodeDown takes the short way, and makes it take the long one the next time.
+  static bool RecordsFitKeys(const CMMCObjectSet& set) { return set.RecordsFitKeys(); }
+  static void DoubtCookies(CMMCObjectSet& set) { set.m_cookiesChanged = true; }
   /// Removes a cookie from the object index alone, to make the set inconsistent.
-  static void ForgetObject(CMMCObjectSet& set, __int64 cookie) { set.m_tables.objects.erase(cookie); }
+  static void ForgetObject(CMMCObjectSet& set, __int64 cookie) {
+    set.m_tables.objects.erase(cookie);
+    set.m_tables.lastNode.reset();
+  }
 };

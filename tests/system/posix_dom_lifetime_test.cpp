@@ -61,7 +61,10 @@ TEST(PosixDomLifetime, OutOfMemoryWhileLoadingKeepsTheContents) {
 
 TEST(PosixDomLifetime, OutOfMemoryIsAStatusOfEveryOperation) {
   const CComBSTR name(_T("a_name_that_is_longer_than_a_short_string"));
-  const CComPtr<IXMLDOMDocument> document = Loaded("<r><a_name_that_is_longer_than_a_short_string/></r>");
+  // A path that was asked for before takes no memory.
+  const CComBSTR longerPath(_T("a_name_that_is_longer_than_a_short_string/b"));
+  const CComPtr<IXMLDOMDocument> document = Loaded("<r><a_name_that_is_longer_than_a_short_string><b/>"
+                                                   "</a_name_that_is_longer_than_a_short_string></r>");
   const CComPtr<IXMLDOMElement> root = RootOf(document);
   ExpectOutOfMemoryThenSuccess([&] {
     CComPtr<IXMLDOMNodeList> list;
@@ -73,7 +76,7 @@ TEST(PosixDomLifetime, OutOfMemoryIsAStatusOfEveryOperation) {
   });
   ExpectOutOfMemoryThenSuccess([&] {
     CComPtr<IXMLDOMNode> node;
-    return root->selectSingleNode(name, &node);
+    return root->selectSingleNode(longerPath, &node);
   });
   ExpectOutOfMemoryThenSuccess([&] {
     CComPtr<IXMLDOMElement> element;

@@ -220,7 +220,11 @@ TEST_F(LockRelease, WhenMemoryRunsShort) {
       {"AddNewNode", [](CMMCObjectSet& set) { set.AddNewNode(-1, longName, CMMCObjectParams::eList); }},
       {"AddNode", [](CMMCObjectSet& set) { set.AddNode(-1, 7, record); }},
       {"RemoveNode", [](CMMCObjectSet& set) { set.RemoveNode(1); }},
-      {"MoveNodeDown", [](CMMCObjectSet& set) { set.MoveNodeDown(2); }},
+      {"MoveNodeDown",
+       [](CMMCObjectSet& set) {
+         CMMCObjectSetProbe::DoubtCookies(set);  // so that it takes the way that needs memory
+         set.MoveNodeDown(2);
+       }},
       {"GetDialogs", [](CMMCObjectSet& set) { set.GetDialogs(); }},
       {"GetDialog", [](CMMCObjectSet& set) { set.GetDialog(longName); }},
       {"AddNewDialog", [](CMMCObjectSet& set) { set.AddNewDialog(longName); }},

@@ -24,11 +24,13 @@ void RequireCodeFiles(const Definition& definition) {
   std::map<__int64, const ProjectFile*> icons;
   for (const ProjectFile& icon : definition.project->IconFiles()) icons.emplace(*icon.cookie, &icon);
   for (const ProjectFile& file : definition.project->CodeFiles()) {
-    const std::string label = "code file " + std::to_string(*file.cookie) + ", " + Quoted(file.spelling) + ": ";
+    const auto label = [&] {
+      return "code file " + std::to_string(*file.cookie) + ", " + Quoted(file.spelling) + ": ";
+    };
     if (const auto icon = icons.find(*file.cookie); icon != icons.end()) {
       // The set looks for a path among the icon files first, and would store the icon's bytes for the code file.
       throw Failure(definition.At(file.line),
-                    label + "its cookie is also that of the icon file in line " + std::to_string(icon->second->line) +
+                    label() + "its cookie is also that of the icon file in line " + std::to_string(icon->second->line) +
                         "; give it another",
                     StatusText(HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS)));
     }
@@ -36,10 +38,10 @@ void RequireCodeFiles(const Definition& definition) {
     std::unique_ptr<CFileException> fault;
     if (!source.Open(*file.path, CFile::modeRead | CFile::shareDenyWrite, &fault)) {
       const HRESULT status = StatusOf(*fault);
-      throw Failure(definition.At(file.line), label + ExplainFileFault(*file.path, status), StatusText(status));
+      throw Failure(definition.At(file.line), label() + ExplainFileFault(*file.path, status), StatusText(status));
     }
     if (source.GetLength() > kLargestCodeFile) {
-      throw Failure(definition.At(file.line), label + "it has 4 GiB or more; an image holds smaller files only",
+      throw Failure(definition.At(file.line), label() + "it has 4 GiB or more; an image holds smaller files only",
                     StatusText(E_INVALIDARG));
     }
   }

@@ -8,16 +8,18 @@
 
 namespace ondrel::command {
 
+std::string SourceFile::Name() const { return spelling.IsEmpty() ? kind : std::string(kind) + ' ' + Quoted(spelling); }
+
 std::vector<SourceFile> SourcesOf(const Definition& definition) {
   const bool isProject = definition.form == DefinitionForm::project;
   std::vector<SourceFile> sources;
   sources.push_back({platform::PathFromUtf8(definition.file), isProject ? "the project" : "the object image"});
   if (!definition.project) return sources;
   for (const ProjectFile& file : definition.project->IconFiles()) {
-    sources.push_back({*file.path, "icon file " + Quoted(file.spelling)});
+    sources.push_back({*file.path, "icon file", file.spelling});
   }
   for (const ProjectFile& file : definition.project->CodeFiles()) {
-    sources.push_back({*file.path, "code file " + Quoted(file.spelling)});
+    sources.push_back({*file.path, "code file", file.spelling});
   }
   return sources;
 }
@@ -32,7 +34,7 @@ void RequirePlace(const std::string& place, const std::string& output, const std
   }
   for (const SourceFile& source : sources) {
     if (!platform::IsSameFile(path, source.path)) continue;
-    throw Failure({place}, output + " would overwrite " + source.name + "; give it another name",
+    throw Failure({place}, output + " would overwrite " + source.Name() + "; give it another name",
                   StatusText(E_INVALIDARG));
   }
 }

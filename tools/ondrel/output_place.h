@@ -13,7 +13,11 @@ namespace ondrel::command {
 /// A file that something is made from.
 struct SourceFile {
   CString path;
-  std::string name;  ///< For people: "the project", "icon file \"a.ico\"".
+  const char* kind;       ///< "the project", "icon file"
+  CString spelling = {};  ///< How a project names the file; empty for what is named by its kind alone.
+
+  /// For people: "the project", "icon file \"a.ico\"".
+  std::string Name() const;
 };
 
 /// A definition's file and, of a project, the icon and code files that it names.

@@ -106,6 +106,21 @@ ProjectInspector::OpenElement ProjectInspector::ReadChild(const CString& name, c
   return {};
 }
 
+template <class Owner>
+std::optional<__int64> ProjectInspector::ReadCookie(LoadOrder order, const Owner& owner, const Attribute& attribute,
+                                                    int line) {
+  CComVariant value(attribute.value);
+  const HRESULT status = value.ChangeType(VT_I8);
+  if (SUCCEEDED(status)) return value.llVal;
+  Report(order, line,
+         std::string(owner()) + " has the " + Printable(attribute.name) + ' ' + Quoted(attribute.value) +
+             ", which is " +
+             (status == DISP_E_OVERFLOW ? "beyond 64 bits; give it a smaller number"
+                                        : "no whole number; give it decimal digits"),
+         status);
+  return std::nullopt;
+}
+
 ProjectInspector::OpenElement ProjectInspector::ReadRecordChild(const OpenElement& parent, const CString& name,
                                                                 const Attributes& attributes, int line) {
   Record& record = m_records[parent.record];
@@ -154,9 +169,11 @@ ProjectInspector::OpenElement ProjectInspector::ReadRecord(const OpenElement& pa
              record.label + " has no " + Printable(CString(required.attribute)) + " attribute; " + required.advice,
              kInvalidData);
     } else if (required.step == LoadOrder::kCookie) {
-      record.cookie = ReadCookie(order, isDialog ? "a dialog" : "a node", *attribute, line);
+      record.cookie = ReadCookie(
+          order, [&] { return isDialog ? "a dialog" : "a node"; }, *attribute, line);
     } else if (required.step == LoadOrder::kIcon) {
-      ReadCookie(order, record.label, *attribute, line);
+      ReadCookie(
+          order, [&] { return record.label; }, *attribute, line);
     } else if (required.step == LoadOrder::kName) {
       record.name = attribute->value;
     } else {
@@ -178,7 +195,8 @@ void ProjectInspector::ReadQuery(const Record& record, LoadOrder::Step step, con
     Report(order, line, "a Query of " + record.label + " has no File attribute; give it a code file's cookie",
            kInvalidData);
   } else {
-    ReadCookie(order, "a Query of " + record.label, *file, line);
+    ReadCookie(
+        order, [&] { return "a Query of " + record.label; }, *file, line);
   }
 }
 
@@ -187,7 +205,9 @@ void ProjectInspector::ReadFileReference(const Record& record, LoadOrder::Step s
   LoadOrder order = record.order;
   order.step = step;
   const Attribute* const file = Find(attributes, _T("File"));
-  if (file != nullptr) ReadCookie(order, "the " + Printable(name) + " of " + record.label, *file, line);
+  if (file == nullptr) return;
+  ReadCookie(
+      order, [&] { return "the " + Printable(name) + " of " + record.label; }, *file, line);
 }
 
 void ProjectInspector::ReadScript(const Record& record, const Attributes& attributes, int line) {
@@ -224,7 +244,6 @@ void ProjectInspector::ReadFile(bool isIcon, const Attributes& attributes, int l
 
   const Attribute* const cookie = Find(attributes, _T("Cookie"));
   const std::string kind = isIcon ? "icon file" : "code file";
-  const std::string label = cookie == nullptr ? kind : kind + ' ' + CookieText(cookie->value);
   if (const Attribute* const name = Find(attributes, _T("Name")); name != nullptr) {
     file.spelling = name->value;
     file.path = m_folder + name->value;
@@ -232,32 +251,20 @@ void ProjectInspector::ReadFile(bool isIcon, const Attributes& attributes, int l
     file.spelling = path->value;
     file.path = path->value;
   } else {
+    const std::string label = cookie == nullptr ? kind : kind + ' ' + CookieText(cookie->value);
     Report(file.order, line, label + " has neither a Name nor a Path attribute; say where the file is", kInvalidData);
   }
 
+  const auto named = [&] { return kind + ' ' + Quoted(file.spelling); };
   file.order.step = LoadOrder::kFileCookie;
   if (cookie == nullptr) {
-    Report(file.order, line,
-           kind + ' ' + Quoted(file.spelling) + " has no Cookie attribute; give it a number of its own", kInvalidData);
+    Report(file.order, line, named() + " has no Cookie attribute; give it a number of its own", kInvalidData);
   } else {
     file.order.step = LoadOrder::kFileCookieNumber;
-    file.cookie = ReadCookie(file.order, kind + ' ' + Quoted(file.spelling), *cookie, line);
+    file.cookie = ReadCookie(file.order, named, *cookie, line);
   }
   file.order.step = LoadOrder::kIconImages;
   files.push_back(std::move(file));
-}
-
-std::optional<__int64> ProjectInspector::ReadCookie(LoadOrder order, const std::string& owner,
-                                                    const Attribute& attribute, int line) {
-  CComVariant value(attribute.value);
-  const HRESULT status = value.ChangeType(VT_I8);
-  if (SUCCEEDED(status)) return value.llVal;
-  Report(order, line,
-         owner + " has the " + Printable(attribute.name) + ' ' + Quoted(attribute.value) + ", which is " +
-             (status == DISP_E_OVERFLOW ? "beyond 64 bits; give it a smaller number"
-                                        : "no whole number; give it decimal digits"),
-         status);
-  return std::nullopt;
 }
 
 void ProjectInspector::FindTakenObjects() {
@@ -294,12 +301,12 @@ void ProjectInspector::FindTakenFiles(const std::vector<ProjectFile>& files, con
     if (!file.cookie || !file.path) continue;
     LoadOrder order = file.order;
     order.step = LoadOrder::kInsert;
-    const std::string label = std::string(kind) + ' ' + std::to_string(*file.cookie);
+    const auto label = [&] { return std::string(kind) + ' ' + std::to_string(*file.cookie); };
     if (const auto [taken, isNew] = pathLines.try_emplace(*file.path, file.line); !isNew) {
-      Report(order, file.line, label + " names the same file as" + InLine(taken->second) + "; remove one of the two",
+      Report(order, file.line, label() + " names the same file as" + InLine(taken->second) + "; remove one of the two",
              kAlreadyExists);
     } else if (const auto [owner, isFirst] = cookieLines.try_emplace(*file.cookie, file.line); !isFirst) {
-      Report(order, file.line, label + " has the cookie of the " + kind + InLine(owner->second) + "; give it another",
+      Report(order, file.line, label() + " has the cookie of the " + kind + InLine(owner->second) + "; give it another",
              kAlreadyExists);
     }
   }

@@ -88,7 +88,8 @@ class ProjectInspector : private platform::XmlScanHandler {
   void CloseRecord(const Record& record);
 
   /// The number in an attribute, with a finding when it is none.
-  std::optional<__int64> ReadCookie(LoadOrder order, const std::string& owner, const Attribute& attribute, int line);
+  template <class Owner>
+  std::optional<__int64> ReadCookie(LoadOrder order, const Owner& owner, const Attribute& attribute, int line);
   void FindTakenObjects();
   void FindTakenFiles(const std::vector<ProjectFile>& files, const char* kind);
   void Report(LoadOrder order, int line, std::string explanation, HRESULT status);

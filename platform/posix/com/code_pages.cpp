@@ -1,13 +1,13 @@
 // Text between UTF-16 and the narrow code pages: 1252, whatever the locale, and UTF-8.
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <limits>
 #include <string>
 
 #include <ondrel/platform/os/com.h>
 
+#include "text/code_page_1252.h"
 #include "text/unicode.h"
 
 namespace {
@@ -22,31 +22,15 @@ constexpr DWORD kErrorOnInvalidUnits = 0x80;  // WC_ERR_INVALID_CHARS
 constexpr DWORD kNoBestFit = 0x400;           // WC_NO_BEST_FIT_CHARS, the only way kept here
 constexpr char kDefaultByte = '?';
 
-// 1252 is Latin-1 but for these 32 bytes. The five unassigned ones are the control characters of the same number.
-constexpr WCHAR kFirstSpecialByte = 0x80;
-constexpr std::array<WCHAR, 32> kSpecialBytes{0x20AC, 0x0081, 0x201A, 0x0192, 0x201E, 0x2026, 0x2020, 0x2021,
-                                              0x02C6, 0x2030, 0x0160, 0x2039, 0x0152, 0x008D, 0x017D, 0x008F,
-                                              0x0090, 0x2018, 0x2019, 0x201C, 0x201D, 0x2022, 0x2013, 0x2014,
-                                              0x02DC, 0x2122, 0x0161, 0x203A, 0x0153, 0x009D, 0x017E, 0x0178};
-
-bool IsSpecialByte(unsigned value) {
-  return value >= kFirstSpecialByte && value < kFirstSpecialByte + kSpecialBytes.size();
-}
-
-WCHAR FromByte(char byte) {
-  const auto value = static_cast<unsigned char>(byte);
-  return IsSpecialByte(value) ? kSpecialBytes[value - kFirstSpecialByte] : static_cast<WCHAR>(value);
-}
-
 // False for a unit that the code page does not have.
 bool ToByte(WCHAR unit, char& byte) {
-  if (unit <= 0xFF && !IsSpecialByte(unit)) {
+  if (unit <= 0xFF && !IsSpecial1252(unit)) {
     byte = static_cast<char>(unit);
     return true;
   }
-  for (std::size_t i = 0; i < kSpecialBytes.size(); ++i) {
-    if (kSpecialBytes[i] != unit) continue;
-    byte = static_cast<char>(kFirstSpecialByte + i);
+  for (std::size_t i = 0; i < kSpecial1252.size(); ++i) {
+    if (kSpecial1252[i] != unit) continue;
+    byte = static_cast<char>(kFirstSpecial1252 + i);
     return true;
   }
   return false;
@@ -101,7 +85,18 @@ int From1252(const char* bytes, const char* end, WCHAR* text, int capacity) {
   if (length > static_cast<std::size_t>(std::numeric_limits<int>::max())) return Fail(ERROR_INVALID_PARAMETER);
   if (capacity == 0) return static_cast<int>(length);
   const std::size_t fitting = std::min(length, static_cast<std::size_t>(capacity));
-  for (std::size_t i = 0; i < fitting; ++i) text[i] = FromByte(bytes[i]);
+  // Most blocks have no special byte, and then need no decision on any byte.
+  constexpr std::size_t kBlock = 4096;
+  for (std::size_t start = 0; start < fitting; start += kBlock) {
+    const std::size_t behind = std::min(start + kBlock, fitting);
+    unsigned char anyBits = 0;
+    for (std::size_t i = start; i < behind; ++i) anyBits |= static_cast<unsigned char>(bytes[i]);
+    if (anyBits < kFirstSpecial1252) {
+      for (std::size_t i = start; i < behind; ++i) text[i] = static_cast<unsigned char>(bytes[i]);
+    } else {
+      for (std::size_t i = start; i < behind; ++i) text[i] = UnitOf1252(bytes[i]);
+    }
+  }
   return fitting < length ? Fail(ERROR_INSUFFICIENT_BUFFER) : static_cast<int>(length);
 }
 

@@ -5,6 +5,7 @@
 #include <atomic>
 #include <new>
 #include <stdexcept>
+#include <utility>
 
 #include <ondrel/platform/os/com.h>
 
@@ -12,7 +13,7 @@ namespace ondrel::platform {
 
 /// Runs `operation`, which gives a status. Memory that cannot be had becomes E_OUTOFMEMORY.
 template <class Operation>
-HRESULT WithStatus(Operation&& operation) noexcept {
+HRESULT StatusOf(Operation&& operation) {
   try {
     return operation();
   } catch (const std::bad_alloc&) {
@@ -20,6 +21,12 @@ HRESULT WithStatus(Operation&& operation) noexcept {
   } catch (const std::length_error&) {  // a container asked for more than the address space holds
     return E_OUTOFMEMORY;
   }
+}
+
+/// The same for an operation that raises nothing else.
+template <class Operation>
+HRESULT WithStatus(Operation&& operation) noexcept {
+  return StatusOf(std::forward<Operation>(operation));
 }
 
 /// QueryInterface for an object that offers `Primary`, its bases listed in `Others`, and IUnknown through `Primary`.

@@ -6,6 +6,8 @@
 #include <limits>
 #include <new>
 
+#include <ondrel/platform/os/large_pages.h>
+
 #include "com/com_object.h"
 
 namespace ondrel::platform {
@@ -40,6 +42,7 @@ HRESULT Resize(GlobalBlock& block, ULONGLONG size, ULONGLONG zeroEnd) {
     if (bytes == nullptr) return E_OUTOFMEMORY;
     block.bytes = bytes;
     block.capacity = capacity;
+    if (capacity >= kLargeBlockSize) UseLargePages(bytes, capacity);
   }
   if (zeroEnd > block.size) std::memset(block.bytes + block.size, 0, static_cast<std::size_t>(zeroEnd) - block.size);
   block.size = newSize;

@@ -5,7 +5,10 @@
 #include <cstring>
 #include <limits>
 #include <new>
+#include <optional>
 #include <utility>
+
+#include <ondrel/platform/graphics.h>
 
 using ondrel::platform::BitmapObject;
 using ondrel::platform::BitmapStride;
@@ -28,6 +31,14 @@ HBITMAP NoBitmap(DWORD code) {
   return nullptr;
 }
 
+/// The bytes that the rows of a bitmap take; none when there is no such bitmap.
+std::optional<std::size_t> RowBytes(int width, int height, UINT planes, UINT bitsPerPixel) {
+  if (width <= 0 || height <= 0 || planes != kPlanes || !IsSupportedDepth(bitsPerPixel)) return std::nullopt;
+  const std::size_t stride = BitmapStride(static_cast<std::size_t>(width), bitsPerPixel);
+  if (stride > kMostBytes / static_cast<std::size_t>(height)) return std::nullopt;
+  return stride * static_cast<std::size_t>(height);
+}
+
 }  // namespace
 
 HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, const void* bits) {
@@ -40,17 +51,24 @@ HBITMAP CreateBitmap(int width, int height, UINT planes, UINT bitsPerPixel, cons
     bitsPerPixel = kMonochrome;
     bits = nullptr;
   }
-  if (planes != kPlanes || !IsSupportedDepth(bitsPerPixel)) return NoBitmap(ERROR_INVALID_PARAMETER);
-  const std::size_t stride = BitmapStride(static_cast<std::size_t>(width), bitsPerPixel);
-  if (stride > kMostBytes / static_cast<std::size_t>(height)) return NoBitmap(ERROR_INVALID_PARAMETER);
-  const std::size_t length = stride * static_cast<std::size_t>(height);
+  const std::optional<std::size_t> length = RowBytes(width, height, planes, bitsPerPixel);
+  if (!length) return NoBitmap(ERROR_INVALID_PARAMETER);
   try {
     const auto* const first = static_cast<const BYTE*>(bits);
-    std::vector<BYTE> copy = first != nullptr ? std::vector<BYTE>(first, first + length) : std::vector<BYTE>(length);
+    std::vector<BYTE> copy = first != nullptr ? std::vector<BYTE>(first, first + *length) : std::vector<BYTE>(*length);
     return new BitmapObject{width, height, static_cast<WORD>(bitsPerPixel), std::move(copy)};
   } catch (const std::bad_alloc&) {
     return NoBitmap(ERROR_OUTOFMEMORY);
   }
+}
+
+ondrel::platform::UniqueBitmap ondrel::platform::AdoptBitmap(int width, int height, UINT bitsPerPixel,
+                                                             std::vector<unsigned char> rows) {
+  if (RowBytes(width, height, kPlanes, bitsPerPixel) != rows.size()) {
+    return UniqueBitmap(NoBitmap(ERROR_INVALID_PARAMETER));
+  }
+  auto* const bitmap = new (std::nothrow) BitmapObject{width, height, static_cast<WORD>(bitsPerPixel), std::move(rows)};
+  return UniqueBitmap(bitmap != nullptr ? bitmap : NoBitmap(ERROR_OUTOFMEMORY));
 }
 
 BOOL DeleteObject(HGDIOBJ object) {

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstring>
 
+#include <ondrel/platform/os/large_pages.h>
+
 namespace ondrel::platform {
 
 const char* Arena::Copy(std::string_view text) {
@@ -19,6 +21,7 @@ void* Arena::AllocateBlock(std::size_t size) {
   const std::size_t blockSize = hasOwnBlock ? size : m_nextBlockSize;
   m_blocks.push_back(std::make_unique_for_overwrite<std::byte[]>(blockSize));
   std::byte* const block = m_blocks.back().get();
+  if (blockSize >= kLargeBlockSize) UseLargePages(block, blockSize);
   if (hasOwnBlock) return block;
   m_next = block + size;
   m_left = blockSize - size;

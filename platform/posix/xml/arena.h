@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <memory>
 #include <new>
+#include <span>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -35,6 +36,15 @@ class Arena {
     return new (Allocate(sizeof(Object), alignof(Object))) Object(std::forward<Arguments>(arguments)...);
   }
 
+  /// Objects that are never destroyed, made as by {}.
+  template <class Object>
+  std::span<Object> NewArray(std::size_t count) {
+    static_assert(std::is_trivially_destructible_v<Object>);
+    auto* const objects = static_cast<Object*>(Allocate(count * sizeof(Object), alignof(Object)));
+    std::uninitialized_value_construct_n(objects, count);
+    return {objects, count};
+  }
+
   /// A copy of `text`.
   const char* Copy(std::string_view text);
 
@@ -46,9 +56,9 @@ class Arena {
   std::size_t m_left = 0;
   std::size_t m_nextBlockSize = kFirstBlockSize;
 
-  // Blocks double from a page to a size at which the allocator's own cost no longer shows.
+  // Blocks double from a page to a size at which neither the allocator's cost nor the system's shows.
   static constexpr std::size_t kFirstBlockSize = std::size_t{4} * 1024;
-  static constexpr std::size_t kLargestBlockSize = std::size_t{256} * 1024;
+  static constexpr std::size_t kLargestBlockSize = std::size_t{16} * 1024 * 1024;
 };
 
 }  // namespace ondrel::platform

@@ -12,15 +12,28 @@ namespace {
 
 constexpr std::string_view kDocumentName = "#document";
 
-class DomDocument final : public IXMLDOMDocument {
+/// Puts the tree that `build` gives in place of a document's; S_FALSE when it gives none.
+template <class Build>
+HRESULT Load(TreeOwner& document, Build&& build, VARIANT_BOOL* loaded) {
+  return StatusOf([&]() -> HRESULT {
+    Tree* const tree = build();
+    if (tree == nullptr) return S_FALSE;
+    document.tree->ReleaseReference();
+    document.tree = tree;
+    if (loaded != nullptr) *loaded = VARIANT_TRUE;
+    return S_OK;
+  });
+}
+
+class DomDocument final : public IXMLDOMDocument, private TreeOwner {
  public:
-  DomDocument() : m_tree(new Tree) {}
+  DomDocument() : TreeOwner{new Tree} {}
   DomDocument(const DomDocument&) = delete;
   DomDocument& operator=(const DomDocument&) = delete;
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-    if (object != nullptr && id == kTreeId) {
-      *object = m_tree;
+    if (object != nullptr && id == kTreeOwnerId) {
+      *object = static_cast<TreeOwner*>(this);
       return S_OK;
     }
     return FindInterface<IXMLDOMDocument, IXMLDOMNode, IDispatch>(*this, id, object);
@@ -47,19 +60,19 @@ class DomDocument final : public IXMLDOMDocument {
     return S_FALSE;
   }
   HRESULT STDMETHODCALLTYPE appendChild(IXMLDOMNode* child, IXMLDOMNode** appended) override {
-    return AppendChild(*m_tree, &m_tree->root, child, appended);
+    return AppendChild(*tree, &tree->root, child, appended);
   }
   HRESULT STDMETHODCALLTYPE selectNodes(BSTR path, IXMLDOMNodeList** nodes) override {
-    return SelectNodes(*m_tree, &m_tree->root, path, nodes);
+    return SelectNodes(*tree, &tree->root, path, nodes);
   }
   HRESULT STDMETHODCALLTYPE selectSingleNode(BSTR path, IXMLDOMNode** node) override {
-    return SelectSingleNode(*m_tree, &m_tree->root, path, node);
+    return SelectSingleNode(*tree, &tree->root, path, node);
   }
 
   HRESULT STDMETHODCALLTYPE get_documentElement(IXMLDOMElement** element) override {
     if (element == nullptr) return E_INVALIDARG;
     *element = nullptr;
-    for (TreeNode* node = m_tree->root.firstChild; node != nullptr; node = node->next) {
+    for (TreeNode* node = tree->root.firstChild; node != nullptr; node = node->next) {
       if (node->kind != NodeKind::element) continue;
       *element = static_cast<ElementNode*>(node);
       (*element)->AddRef();
@@ -78,24 +91,18 @@ class DomDocument final : public IXMLDOMDocument {
                                                         IXMLDOMProcessingInstruction** instruction) override {
     return Create<InstructionNode>(target, instruction, [&](InstructionNode& node) {
       if (TextOf(data).find(kEndOfInstruction) != std::u16string_view::npos) return kInvalidInstruction;
-      return node.SetValue(m_tree->arena, KeptText(TextOf(data)));
+      return node.SetText(tree->arena, TextOf(data));
     });
   }
 
   HRESULT STDMETHODCALLTYPE loadXML(BSTR text, VARIANT_BOOL* loaded) override {
     if (loaded != nullptr) *loaded = VARIANT_FALSE;
-    return WithStatus([&]() -> HRESULT {
-      Tree* const tree = BuildTree(TextOf(text));
-      if (tree == nullptr) return S_FALSE;
-      m_tree->ReleaseReference();
-      m_tree = tree;
-      if (loaded != nullptr) *loaded = VARIANT_TRUE;
-      return S_OK;
-    });
+    return Load(
+        *this, [&] { return BuildTree(TextOf(text)); }, loaded);
   }
 
  private:
-  ~DomDocument() { m_tree->ReleaseReference(); }
+  ~DomDocument() { tree->ReleaseReference(); }
 
   // A node that stands nowhere yet; `finish` completes it and gives a status.
   template <class Node, class Interface, class Finish>
@@ -103,8 +110,9 @@ class DomDocument final : public IXMLDOMDocument {
     if (created == nullptr) return E_INVALIDARG;
     *created = nullptr;
     return WithStatus([&]() -> HRESULT {
-      if (!IsXmlName(TextOf(name))) return kNotAnXmlName;
-      auto* const node = m_tree->arena.New<Node>(m_tree->names.Intern(KeptText(TextOf(name))));
+      const Name* const nodeName = tree->names.InternPlain(TextOf(name));
+      if (nodeName == nullptr) return kNotAnXmlName;
+      auto* const node = tree->arena.New<Node>(nodeName);
       if (const HRESULT status = finish(*node); FAILED(status)) return status;
       *created = node;
       node->AddRef();
@@ -113,7 +121,6 @@ class DomDocument final : public IXMLDOMDocument {
   }
 
   ReferenceCount m_references;
-  Tree* m_tree;  // the document's one reference
 };
 
 }  // namespace
@@ -129,6 +136,16 @@ HRESULT CreateDocument(IXMLDOMDocument** document) {
 HRESULT LoadDocument(IXMLDOMDocument* document, BSTR text, VARIANT_BOOL* loaded) {
   if (document == nullptr || loaded == nullptr) return E_INVALIDARG;
   return document->loadXML(text, loaded);  // which already has these rules
+}
+
+HRESULT LoadNarrowDocument(IXMLDOMDocument* document, const NarrowTextReader& read, VARIANT_BOOL* loaded) {
+  void* owner = nullptr;
+  if (document == nullptr || loaded == nullptr || FAILED(document->QueryInterface(kTreeOwnerId, &owner))) {
+    return E_INVALIDARG;
+  }
+  *loaded = VARIANT_FALSE;
+  return Load(
+      *static_cast<TreeOwner*>(owner), [&] { return BuildTree1252(read); }, loaded);
 }
 
 }  // namespace ondrel::platform

@@ -90,6 +90,7 @@ HRESULT AppendChild(Tree& tree, ParentNode* parent, IXMLDOMNode* child, IXMLDOMN
   if (node == nullptr) return kForeignNode;
   if (parent == nullptr) return kWrongPlace;
   if (const HRESULT status = CheckPlace(tree, *parent, *node); FAILED(status)) return status;
+  tree.listsElements = false;
   if (node->parent != nullptr) Detach(*node);
   Attach(*parent, *node);
   return appended == nullptr ? S_OK : GiveNode(node, appended);
@@ -99,8 +100,8 @@ HRESULT SelectNodes(Tree& tree, const ParentNode* from, BSTR path, IXMLDOMNodeLi
   if (path == nullptr || nodes == nullptr) return E_INVALIDARG;
   *nodes = nullptr;
   return WithStatus([&]() -> HRESULT {
-    NamePath names;
-    if (!ReadNamePath(tree, TextOf(path), names)) return kInvalidPath;
+    auto names = FindNamePath(tree, TextOf(path));
+    if (names == nullptr) return kInvalidPath;
     static const ParentNode childless(NodeKind::document, nullptr);
     *nodes = new NodeList(tree, PathWalk(from != nullptr ? *from : childless, std::move(names)));
     return S_OK;
@@ -111,8 +112,8 @@ HRESULT SelectSingleNode(Tree& tree, const ParentNode* from, BSTR path, IXMLDOMN
   if (path == nullptr || node == nullptr) return E_INVALIDARG;
   *node = nullptr;
   return WithStatus([&]() -> HRESULT {
-    NamePath names;
-    if (!ReadNamePath(tree, TextOf(path), names)) return kInvalidPath;
+    auto names = FindNamePath(tree, TextOf(path));
+    if (names == nullptr) return kInvalidPath;
     return GiveNode(from != nullptr ? PathWalk(*from, std::move(names)).Next() : nullptr, node);
   });
 }

@@ -14,8 +14,13 @@ namespace ondrel::platform {
 
 /// Asks a node of this layer for its TreeNode. The answer carries no reference.
 inline constexpr IID kTreeNodeId{0x7B3D9A10, 0x46C2, 0x4A0D, {0x9E, 0x3A, 0x52, 0x0C, 0xE7, 0x11, 0x84, 0x6D}};
-/// Asks a document of this layer for its Tree. The answer carries no reference.
-inline constexpr IID kTreeId{0x7B3D9A11, 0x46C2, 0x4A0D, {0x9E, 0x3A, 0x52, 0x0C, 0xE7, 0x11, 0x84, 0x6D}};
+/// A document's one reference to its contents.
+struct TreeOwner {
+  Tree* tree;
+};
+
+/// Asks a document of this layer for its TreeOwner. The answer carries no reference.
+inline constexpr IID kTreeOwnerId{0x7B3D9A11, 0x46C2, 0x4A0D, {0x9E, 0x3A, 0x52, 0x0C, 0xE7, 0x11, 0x84, 0x6D}};
 
 /// What the data of a processing instruction cannot hold, because it would end there.
 inline constexpr std::u16string_view kEndOfInstruction = u"?>";

@@ -2,8 +2,11 @@
 
 #include "xml/dom_nodes.h"
 
+#include <algorithm>
 #include <cstring>
 #include <limits>
+
+#include <ondrel/platform/xml.h>
 
 namespace ondrel::platform {
 
@@ -31,16 +34,20 @@ HRESULT ValueNode::SetValue(Arena& arena, std::string_view text) {
   return S_OK;
 }
 
+HRESULT ValueNode::SetText(Arena& arena, std::u16string_view text) {
+  return WithKept(text, [&](std::string_view kept) { return SetValue(arena, kept); });
+}
+
 HRESULT AttributeNode::get_nodeValue(VARIANT* out) { return GiveValue(*this, out); }
 
 HRESULT AttributeNode::put_value(VARIANT given) {
   return WithStatus([&]() -> HRESULT {
-    if (given.vt == VT_BSTR) return SetValue(Owner().arena, KeptText(TextOf(given.bstrVal)));
+    if (given.vt == VT_BSTR) return SetText(Owner().arena, TextOf(given.bstrVal));
     VARIANT text;
     VariantInit(&text);
     HRESULT status = VariantChangeType(&text, &given, 0, VT_BSTR);
     if (FAILED(status)) return status;
-    status = WithStatus([&] { return SetValue(Owner().arena, KeptText(TextOf(text.bstrVal))); });
+    status = WithStatus([&] { return SetText(Owner().arena, TextOf(text.bstrVal)); });
     VariantClear(&text);
     return status;
   });
@@ -68,13 +75,40 @@ HRESULT ElementNode::getElementsByTagName(BSTR tagName, IXMLDOMNodeList** nodes)
 HRESULT ElementNode::getNamedItem(BSTR itemName, IXMLDOMNode** item) {
   if (itemName == nullptr || item == nullptr) return E_INVALIDARG;
   *item = nullptr;
-  return WithStatus([&]() -> HRESULT {
-    const Name* const wanted = Owner().names.Find(KeptText(TextOf(itemName)));
-    if (wanted == nullptr) return S_FALSE;
-    AttributeNode* attribute = firstAttribute;
-    while (attribute != nullptr && attribute->name != wanted) attribute = attribute->NextAttribute();
+  return WithStatus([&] {
+    const std::u16string_view wanted = TextOf(itemName);
+    AttributeNode* attribute = FirstAttribute();
+    while (attribute != nullptr && !IsKeptAs(attribute->name->text, wanted)) attribute = attribute->NextAttribute();
     return GiveNode(attribute, item);
   });
+}
+
+AttributeNode* ElementNode::FirstAttribute() {
+  AttributeNode* first = nullptr;
+  // From the last to the first, so that the element changes only when all have been made.
+  for (std::size_t left = m_parsed.size(); left > 0; --left) {
+    const ParsedAttribute& parsed = m_parsed[left - 1];
+    auto* const attribute = Owner().arena.New<AttributeNode>(parsed.name);
+    attribute->value = parsed.value.data();
+    attribute->valueSize = static_cast<std::uint32_t>(parsed.value.size());
+    attribute->parent = this;
+    attribute->next = first;
+    first = attribute;
+  }
+  if (first != nullptr) m_firstAttribute = first;
+  m_parsed = {};
+  m_room = 0;
+  return m_firstAttribute;
+}
+
+std::optional<std::string_view> ElementNode::FindValue(std::u16string_view attributeName) const {
+  for (const ParsedAttribute& attribute : m_parsed) {
+    if (IsKeptAs(attribute.name->text, attributeName)) return attribute.value;
+  }
+  for (const AttributeNode* node = m_firstAttribute; node != nullptr; node = node->NextAttribute()) {
+    if (IsKeptAs(node->name->text, attributeName)) return node->Value();
+  }
+  return std::nullopt;
 }
 
 HRESULT ElementNode::setNamedItem(IXMLDOMNode* item, IXMLDOMNode** added) {
@@ -83,14 +117,42 @@ HRESULT ElementNode::setNamedItem(IXMLDOMNode* item, IXMLDOMNode** added) {
   if (node == nullptr) return kForeignNode;
   if (node->kind != NodeKind::attribute) return kWrongPlace;
   if (node->parent != nullptr && node->parent != this) return kAttributeInUse;
-  if (node->parent == nullptr) PutAttribute(static_cast<AttributeNode&>(*node));
+  if (node->parent == nullptr) {
+    const HRESULT status = WithStatus([&] { return PutAttribute(static_cast<AttributeNode&>(*node)), S_OK; });
+    if (FAILED(status)) return status;
+  }
   return added == nullptr ? S_OK : GiveNode(node, added);
 }
 
-// In place of the attribute of the same name, or behind the last.
+void ElementNode::PutAttribute(const Name& attributeName, std::string_view value) {
+  constexpr std::size_t kFirstRoom = 2;
+  Arena& arena = Owner().arena;
+  if (m_firstAttribute != nullptr) {
+    auto* const attribute = arena.New<AttributeNode>(&attributeName);
+    attribute->value = value.data();
+    attribute->valueSize = static_cast<std::uint32_t>(value.size());
+    PutAttribute(*attribute);
+    return;
+  }
+  for (ParsedAttribute& attribute : m_parsed) {
+    if (attribute.name != &attributeName) continue;
+    attribute.value = value;
+    return;
+  }
+  if (m_room == 0) {
+    const std::span<ParsedAttribute> moved = arena.NewArray<ParsedAttribute>(std::max(kFirstRoom, 2 * m_parsed.size()));
+    std::copy(m_parsed.begin(), m_parsed.end(), moved.begin());
+    m_room = static_cast<std::uint32_t>(moved.size() - m_parsed.size());
+    m_parsed = moved.first(m_parsed.size());
+  }
+  m_parsed = {m_parsed.data(), m_parsed.size() + 1};
+  m_parsed.back() = {&attributeName, value};
+  --m_room;
+}
+
 void ElementNode::PutAttribute(AttributeNode& attribute) {
   AttributeNode* previous = nullptr;
-  AttributeNode* old = firstAttribute;
+  AttributeNode* old = FirstAttribute();
   while (old != nullptr && old->name != attribute.name) {
     previous = old;
     old = old->NextAttribute();
@@ -102,7 +164,7 @@ void ElementNode::PutAttribute(AttributeNode& attribute) {
   }
   attribute.parent = this;
   if (previous == nullptr) {
-    firstAttribute = &attribute;
+    m_firstAttribute = &attribute;
   } else {
     previous->next = &attribute;
   }

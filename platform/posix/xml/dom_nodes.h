@@ -1,6 +1,8 @@
 // The nodes of a document: elements, attributes and processing instructions.
 #pragma once
 
+#include <optional>
+#include <span>
 #include <string_view>
 
 #include "xml/dom_node.h"
@@ -14,6 +16,8 @@ struct ValueNode : TreeNode {
   std::string_view Value() const { return {value, valueSize}; }
   /// E_OUTOFMEMORY for a text beyond 32 bits of length. Raises std::bad_alloc.
   HRESULT SetValue(Arena& arena, std::string_view text);
+  /// The same for text that is not in its kept form yet.
+  HRESULT SetText(Arena& arena, std::u16string_view text);
 
   std::uint32_t valueSize = 0;
   const char* value = nullptr;
@@ -27,6 +31,12 @@ class AttributeNode final : public DomNode<IXMLDOMAttribute, ValueNode> {
 
   HRESULT STDMETHODCALLTYPE get_nodeValue(VARIANT* out) override;
   HRESULT STDMETHODCALLTYPE put_value(VARIANT given) override;
+};
+
+/// An attribute that no node was made of yet: that is done when one is asked for, which the short ways never do.
+struct ParsedAttribute {
+  const Name* name;
+  std::string_view value;
 };
 
 class InstructionNode final : public DomNode<IXMLDOMProcessingInstruction, ValueNode> {
@@ -50,10 +60,35 @@ class ElementNode final : public DomNode<IXMLDOMElement, ParentNode>, public IXM
   HRESULT STDMETHODCALLTYPE getNamedItem(BSTR name, IXMLDOMNode** item) override;
   HRESULT STDMETHODCALLTYPE setNamedItem(IXMLDOMNode* item, IXMLDOMNode** added) override;
 
-  AttributeNode* firstAttribute = nullptr;
+  /// The attributes of a new element, in the tree's arena.
+  void SetAttributes(std::span<ParsedAttribute> attributes) { m_parsed = attributes; }
+  /// The first attribute, or null; the others follow it. Raises std::bad_alloc.
+  AttributeNode* FirstAttribute();
+  // These make no nodes.
+  /// Calls `use` with the name and the kept text of each attribute.
+  template <class Use>
+  void ForEachAttribute(const Use& use) const {
+    for (const ParsedAttribute& attribute : m_parsed) use(*attribute.name, attribute.value);
+    for (const AttributeNode* node = m_firstAttribute; node != nullptr; node = node->NextAttribute()) {
+      use(*node->name, node->Value());
+    }
+  }
+  /// The text of an attribute, or none.
+  std::optional<std::string_view> FindValue(std::u16string_view attributeName) const;
+
+  /// Puts an attribute in place of the one of the same name, or behind the last. The value lies in the tree's arena.
+  /// Raises std::bad_alloc.
+  void PutAttribute(const Name& attributeName, std::string_view value);
+  /// Puts an attribute that stands nowhere in place of the one of the same name, or behind the last. Raises
+  /// std::bad_alloc.
+  void PutAttribute(AttributeNode& attribute);
+
+  ElementNode* nextOfName = nullptr;  // see Name::firstElement
 
  private:
-  void PutAttribute(AttributeNode& attribute);
+  std::span<ParsedAttribute> m_parsed;  // those that no nodes were made of yet: all or none
+  std::uint32_t m_room = 0;             // behind them
+  AttributeNode* m_firstAttribute = nullptr;
 };
 
 }  // namespace ondrel::platform

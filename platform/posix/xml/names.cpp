@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "text/unicode.h"
+#include "xml/kept_text.h"
 
 namespace ondrel::platform {
 
@@ -62,7 +63,7 @@ bool IsIn(const Range (&ranges)[Size], char32_t character) {
 
 }  // namespace
 
-const Name*& NameTable::Slot(std::uint64_t hash, std::string_view text) {
+Name*& NameTable::Slot(std::uint64_t hash, std::string_view text) {
   const std::size_t mask = m_slots.size() - 1;
   std::size_t index = hash & mask;
   while (m_slots[index] != nullptr && (m_slots[index]->hash != hash || m_slots[index]->text != text)) {
@@ -71,15 +72,37 @@ const Name*& NameTable::Slot(std::uint64_t hash, std::string_view text) {
   return m_slots[index];
 }
 
-const Name* NameTable::Intern(std::string_view text) {
+Name* NameTable::Intern(std::string_view text) {
+  if (m_last != nullptr) {
+    if (Name* const next = m_last->follower; next != nullptr && next->text == text) return m_last = next;
+    if (Name* const next = m_last->otherFollower; next != nullptr && next->text == text) return Follow(next);
+  }
   if (2 * (m_count + 1) > m_slots.size()) Grow();
   const std::uint64_t hash = HashOf(text);
-  const Name*& slot = Slot(hash, text);
+  Name*& slot = Slot(hash, text);
   if (slot == nullptr) {
-    slot = m_arena.New<Name>(Name{&m_tree, hash, {m_arena.Copy(text), text.size()}});
+    const bool isPlain = text.find(':') == std::string_view::npos;
+    slot = m_arena.New<Name>(Name{&m_tree, hash, {m_arena.Copy(text), text.size()}, isPlain});
     ++m_count;
   }
-  return slot;
+  return Follow(slot);
+}
+
+Name* NameTable::InternPlain(std::u16string_view text) {
+  if (m_last != nullptr) {
+    const auto isWanted = [&](const Name* name) {
+      return name != nullptr && name->isPlain && IsKeptAs(name->text, text);
+    };
+    if (isWanted(m_last->follower)) return m_last = m_last->follower;
+    if (isWanted(m_last->otherFollower)) return Follow(m_last->otherFollower);
+  }
+  return IsXmlName(text) ? Intern(KeptText(text)) : nullptr;
+}
+
+// Takes `name` as the one that is asked for now.
+Name* NameTable::Follow(Name* name) {
+  if (m_last != nullptr) m_last->otherFollower = std::exchange(m_last->follower, name);
+  return m_last = name;
 }
 
 const Name* NameTable::Find(std::string_view text) const {
@@ -87,14 +110,16 @@ const Name* NameTable::Find(std::string_view text) const {
 }
 
 void NameTable::Grow() {
-  std::vector<const Name*> old(std::max(kFirstSlots, 2 * m_slots.size()));
+  std::vector<Name*> old(std::max(kFirstSlots, 2 * m_slots.size()));
   old.swap(m_slots);
-  for (const Name* name : old) {
+  for (Name* name : old) {
     if (name != nullptr) Slot(name->hash, name->text) = name;
   }
 }
 
 bool IsXmlName(std::u16string_view text) {
+  const auto isAsciiLetter = [](char16_t unit) { return (unit | 0x20) >= 'a' && (unit | 0x20) <= 'z'; };
+  if (!text.empty() && std::all_of(text.begin(), text.end(), isAsciiLetter)) return true;  // as nearly all are
   const char16_t* unit = text.data();
   const char16_t* const end = unit + text.size();
   if (unit == end || !IsIn(kNameStart, TakeUtf16(unit, end))) return false;

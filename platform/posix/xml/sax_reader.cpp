@@ -7,6 +7,7 @@
 
 #include "xml/classes.h"
 #include "xml/dom_nodes.h"
+#include "xml/xml_writer.h"
 
 namespace ondrel::platform {
 
@@ -26,12 +27,12 @@ class ReportedAttributes final : public ISAXAttributes {
  public:
   void Read(const ElementNode& element) {
     m_count = 0;
-    for (const AttributeNode* node = element.firstAttribute; node != nullptr; node = node->NextAttribute()) {
+    element.ForEachAttribute([this](const Name& name, std::string_view value) {
       if (m_count == m_attributes.size()) m_attributes.emplace_back();
-      ReadKeptText(node->name->text, m_attributes[m_count].name);
-      ReadKeptText(node->Value(), m_attributes[m_count].value);
+      ReadKeptText(name.text, m_attributes[m_count].name);
+      ReadKeptText(value, m_attributes[m_count].value);
       ++m_count;
-    }
+    });
   }
 
   HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
@@ -70,54 +71,30 @@ class ReportedAttributes final : public ISAXAttributes {
   std::size_t m_count = 0;
 };
 
-/// One report of a tree.
-class TreeReport {
+/// Hands the nodes of a tree to a content handler.
+class Reporter {
  public:
-  TreeReport(Tree& tree, ISAXContentHandler& handler) : m_tree(tree), m_handler(handler) {}
+  explicit Reporter(ISAXContentHandler& handler) : m_handler(handler) {}
 
-  HRESULT Run() {
-    HRESULT status = m_handler.startDocument();
-    TreeNode* node = m_tree->root.firstChild;
-    while (SUCCEEDED(status) && node != nullptr) {
-      status = Start(*node);
-      TreeNode* const child = node->kind == NodeKind::element ? static_cast<ElementNode*>(node)->firstChild : nullptr;
-      if (child != nullptr) {
-        node = child;
-        continue;
-      }
-      while (SUCCEEDED(status) && node != nullptr) {
-        status = End(*node);
-        if (node->next != nullptr) {
-          node = node->next;
-          break;
-        }
-        node = node->parent;
-        if (node == &m_tree->root) node = nullptr;
-      }
-    }
-    return SUCCEEDED(status) ? m_handler.endDocument() : status;
-  }
+  HRESULT startDocument() { return m_handler.startDocument(); }
+  HRESULT endDocument() { return m_handler.endDocument(); }
 
- private:
-  HRESULT Start(TreeNode& node) {
-    if (node.kind == NodeKind::instruction) return Instruction(static_cast<InstructionNode&>(node));
-    m_attributes.Read(static_cast<ElementNode&>(node));
+  HRESULT StartElement(const ElementNode& element) {
+    m_attributes.Read(element);
     int length = 0;
-    if (const HRESULT status = ReadName(node, length); FAILED(status)) return status;
+    if (const HRESULT status = ReadName(element, length); FAILED(status)) return status;
     const WCHAR* const name = m_name.c_str();
     return m_handler.startElement(_T(""), 0, name, length, name, length, &m_attributes);
   }
 
-  HRESULT End(TreeNode& node) {
-    if (node.kind != NodeKind::element) return S_OK;
+  HRESULT EndElement(const ElementNode& element) {
     int length = 0;
-    if (const HRESULT status = ReadName(node, length); FAILED(status)) return status;
+    if (const HRESULT status = ReadName(element, length); FAILED(status)) return status;
     const WCHAR* const name = m_name.c_str();
     return m_handler.endElement(_T(""), 0, name, length, name, length);
   }
 
   HRESULT Instruction(const InstructionNode& node) {
-    if (node.name->text == kDeclarationTarget) return S_OK;  // the declaration, which whoever writes makes anew
     int length = 0;
     if (const HRESULT status = ReadName(node, length); FAILED(status)) return status;
     std::u16string data;
@@ -127,16 +104,48 @@ class TreeReport {
     return m_handler.processingInstruction(m_name.c_str(), length, data.c_str(), dataLength);
   }
 
+ private:
   HRESULT ReadName(const TreeNode& node, int& length) {
     ReadKeptText(node.name->text, m_name);
     return IntLength(m_name, length);
   }
 
-  TreeReference m_tree;
   ISAXContentHandler& m_handler;
   ReportedAttributes m_attributes;
   std::u16string m_name;
 };
+
+template <class Receiver>
+HRESULT Start(TreeNode& node, Receiver& receiver) {
+  if (node.kind == NodeKind::element) return receiver.StartElement(static_cast<ElementNode&>(node));
+  if (node.name->text == kDeclarationTarget) return S_OK;  // the declaration, which whoever writes makes anew
+  return receiver.Instruction(static_cast<InstructionNode&>(node));
+}
+
+/// Reports a tree to a Reporter, or to the writer of this layer.
+template <class Receiver>
+HRESULT Report(const TreeReference& tree, Receiver& receiver) {
+  HRESULT status = receiver.startDocument();
+  TreeNode* node = tree->root.firstChild;
+  while (SUCCEEDED(status) && node != nullptr) {
+    status = Start(*node, receiver);
+    TreeNode* const child = node->kind == NodeKind::element ? static_cast<ElementNode*>(node)->firstChild : nullptr;
+    if (child != nullptr) {
+      node = child;
+      continue;
+    }
+    while (SUCCEEDED(status) && node != nullptr) {
+      if (node->kind == NodeKind::element) status = receiver.EndElement(static_cast<ElementNode&>(*node));
+      if (node->next != nullptr) {
+        node = node->next;
+        break;
+      }
+      node = node->parent;
+      if (node == &tree->root) node = nullptr;
+    }
+  }
+  return SUCCEEDED(status) ? receiver.endDocument() : status;
+}
 
 class SaxReader final : public ISAXXMLReader {
  public:
@@ -158,13 +167,21 @@ class SaxReader final : public ISAXXMLReader {
 
   HRESULT STDMETHODCALLTYPE parse(VARIANT input) override {
     if (input.vt != VT_DISPATCH || input.pdispVal == nullptr) return E_INVALIDARG;
-    void* tree = nullptr;
-    if (FAILED(input.pdispVal->QueryInterface(kTreeId, &tree))) return E_INVALIDARG;  // not one of our documents
+    void* owner = nullptr;
+    if (FAILED(input.pdispVal->QueryInterface(kTreeOwnerId, &owner))) return E_INVALIDARG;  // not one of our documents
     if (m_handler == nullptr) return S_OK;
     // The handler may change or let go of the reader, so it is held here.
     ISAXContentHandler* const handler = m_handler;
     handler->AddRef();
-    const HRESULT status = WithStatus([&] { return TreeReport(*static_cast<Tree*>(tree), *handler).Run(); });
+    const HRESULT status = WithStatus([&] {
+      const TreeReference tree(*static_cast<TreeOwner*>(owner)->tree);
+      void* writer = nullptr;
+      if (SUCCEEDED(handler->QueryInterface(kXmlWriterId, &writer))) {
+        return Report(tree, *static_cast<XmlWriter*>(writer));
+      }
+      Reporter reporter(*handler);
+      return Report(tree, reporter);
+    });
     handler->Release();
     return status;
   }

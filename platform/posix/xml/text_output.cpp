@@ -2,6 +2,9 @@
 
 #include "xml/text_output.h"
 
+#include <algorithm>
+#include <array>
+#include <cstring>
 #include <utility>
 
 #include "text/unicode.h"
@@ -35,6 +38,14 @@ std::string_view ReferenceFor(char32_t character) {
   }
 }
 
+/// Whether a byte of kept text is a character that stands for itself, in attributes too.
+constexpr std::array<bool, 256> kIsPlain = [] {
+  std::array<bool, 256> plain{};
+  for (int byte = ' '; byte < 0x80; ++byte) plain[static_cast<std::size_t>(byte)] = true;
+  for (const unsigned char escaped : {'&', '<', '>', '"'}) plain[escaped] = false;
+  return plain;
+}();
+
 }  // namespace
 
 void TextOutput::SetStream(IStream* stream) {
@@ -43,52 +54,73 @@ void TextOutput::SetStream(IStream* stream) {
 }
 
 void TextOutput::Start() {
-  m_block.clear();
+  m_next = m_end = nullptr;
   m_status = m_stream == nullptr ? kNoOutput : S_OK;
 }
 
-void TextOutput::PutAscii(std::string_view text) {
-  if (FAILED(m_status)) return;
-  m_block += text;
-  WriteFullBlock();
+void TextOutput::Fail(HRESULT status) {
+  m_status = status;
+  m_next = m_end = nullptr;
 }
 
-void TextOutput::PutText(std::u16string_view text) { Put<false>(text); }
-
-void TextOutput::PutAttributeText(std::u16string_view text) { Put<true>(text); }
-
-template <bool Escaped>
-void TextOutput::Put(std::u16string_view text) {
-  const char16_t* unit = text.data();
-  const char16_t* const end = unit + text.size();
-  while (unit != end && SUCCEEDED(m_status)) {
-    const char32_t character = TakeUtf16(unit, end);
-    if (!IsXmlCharacter(character)) {
-      m_status = kInvalidCharacter;
-      return;
+void TextOutput::PutInParts(std::string_view bytes) {
+  while (SUCCEEDED(m_status) && !bytes.empty()) {
+    if (m_next == m_end && FAILED(Flush())) return;
+    if (m_block == nullptr) m_block = std::make_unique_for_overwrite<char[]>(kBlockSize);
+    if (m_next == nullptr) {
+      m_next = m_block.get();
+      m_end = m_next + kBlockSize;
     }
-    if (Escaped) {
-      if (const std::string_view reference = ReferenceFor(character); !reference.empty()) {
-        m_block += reference;
-        continue;
-      }
-    }
-    char bytes[4];
-    m_block.append(bytes, PutUtf8(character, bytes));
-    WriteFullBlock();
+    const std::size_t count = std::min(bytes.size(), static_cast<std::size_t>(m_end - m_next));
+    std::memcpy(m_next, bytes.data(), count);
+    m_next += count;
+    bytes.remove_prefix(count);
   }
 }
 
-void TextOutput::WriteFullBlock() {
-  if (m_block.size() >= kBlockSize) Flush();
+template <bool Escaped>
+void TextOutput::PutChecked(std::string_view kept) {
+  const char* byte = kept.data();
+  const char* const end = byte + kept.size();
+  while (SUCCEEDED(m_status)) {
+    const char* const start = byte;
+    while (byte != end && kIsPlain[static_cast<unsigned char>(*byte)]) ++byte;
+    Put({start, byte});
+    if (byte == end) return;
+    const char* const special = byte;
+    const char32_t character = TakeUtf8(byte, end, true).character;
+    if (!IsXmlCharacter(character)) {
+      if (SUCCEEDED(m_status)) Fail(kInvalidCharacter);
+      return;
+    }
+    const std::string_view reference = Escaped ? ReferenceFor(character) : std::string_view();
+    Put(reference.empty() ? std::string_view(special, byte) : reference);
+  }
+}
+
+template void TextOutput::PutChecked<false>(std::string_view kept);
+template void TextOutput::PutChecked<true>(std::string_view kept);
+
+void TextOutput::Check(std::string_view kept) {
+  const char* byte = kept.data();
+  const char* const end = byte + kept.size();
+  while (byte != end && SUCCEEDED(m_status)) {
+    if (!IsXmlCharacter(TakeUtf8(byte, end, true).character)) Fail(kInvalidCharacter);
+  }
 }
 
 HRESULT TextOutput::Flush() {
-  if (FAILED(m_status) || m_block.empty()) return m_status;
+  if (SUCCEEDED(m_status) && m_stream == nullptr) Fail(kNoOutput);
+  if (FAILED(m_status) || m_next == nullptr) return m_status;
   ULONG written = 0;
-  m_status = m_stream->Write(m_block.data(), static_cast<ULONG>(m_block.size()), &written);
-  if (SUCCEEDED(m_status) && written != m_block.size()) m_status = STG_E_MEDIUMFULL;
-  m_block.clear();
+  const auto count = static_cast<ULONG>(m_next - m_block.get());
+  m_next = m_end = nullptr;
+  const HRESULT status = m_stream->Write(m_block.get(), count, &written);
+  if (FAILED(status)) {
+    Fail(status);
+  } else if (written != count) {
+    Fail(STG_E_MEDIUMFULL);
+  }
   return m_status;
 }
 

@@ -10,6 +10,7 @@
 #include <ondrel/platform/os/types.h>
 
 #include "xml/arena.h"
+#include "xml/name_path.h"
 #include "xml/names.h"
 
 namespace ondrel::platform {
@@ -64,6 +65,8 @@ struct Tree {
   Arena arena;
   NameTable names;
   ParentNode root;
+  KnownPaths knownPaths;
+  bool listsElements = false;  // each name's list of elements is that of the document: nothing was put elsewhere since
 
  private:
   ~Tree() = default;

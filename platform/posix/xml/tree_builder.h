@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+#include <ondrel/platform/narrow_text_reader.h>
+
 #include "xml/tree.h"
 
 namespace ondrel::platform {
@@ -11,5 +13,7 @@ namespace ondrel::platform {
 /// xml_text_parser.h). It has the elements with their attributes; text, comments and processing instructions, which no
 /// one asks a loaded document for, are checked and left out. Raises std::bad_alloc.
 Tree* BuildTree(std::u16string_view text);
+/// The same for text in code page 1252, which comes piece by piece. Raises what `read` raises, too.
+Tree* BuildTree1252(const NarrowTextReader& read);
 
 }  // namespace ondrel::platform

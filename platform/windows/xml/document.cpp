@@ -1,7 +1,9 @@
 // Documents that open nothing outside themselves and do not grow without bound.
 #include <algorithm>
+#include <limits>
 #include <new>
 #include <span>
+#include <string>
 #include <string_view>
 
 #include <ondrel/platform/com.h>
@@ -43,6 +45,11 @@ HRESULT CreateDocument(IXMLDOMDocument** document) {
   return status;
 }
 
+HRESULT FindDigits(IXMLDOMNamedNodeMap*, BSTR, LONGLONG&) { return S_FALSE; }
+HRESULT FindAscii(IXMLDOMNamedNodeMap*, BSTR, CString&) { return S_FALSE; }
+HRESULT AddNumber(IXMLDOMNamedNodeMap*, BSTR, LONGLONG) { return S_FALSE; }
+HRESULT AddText(IXMLDOMNamedNodeMap*, BSTR, const CString&) { return S_FALSE; }
+
 HRESULT LoadDocument(IXMLDOMDocument* document, BSTR text, VARIANT_BOOL* loaded) {
   if (document == nullptr || loaded == nullptr) return E_INVALIDARG;
   *loaded = VARIANT_FALSE;
@@ -52,7 +59,7 @@ HRESULT LoadDocument(IXMLDOMDocument* document, BSTR text, VARIANT_BOOL* loaded)
   try {
     NoSink sink;
     XmlTextFault fault;
-    if (!XmlTextParser(sink).Parse(view, fault)) return S_FALSE;
+    if (!XmlTextParser(sink, XmlLayout::dropped).Parse(view, fault)) return S_FALSE;
   } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   }
@@ -63,6 +70,30 @@ HRESULT LoadDocument(IXMLDOMDocument* document, BSTR text, VARIANT_BOOL* loaded)
   CComBSTR copy;
   copy.m_str = SysAllocStringLen(content.data(), static_cast<UINT>(content.size()));
   return copy.m_str != nullptr ? document->loadXML(copy, loaded) : E_OUTOFMEMORY;
+}
+
+HRESULT LoadNarrowDocument(IXMLDOMDocument* document, const NarrowTextReader& read, VARIANT_BOOL* loaded) {
+  constexpr std::size_t kFirstBlock = std::size_t{1} << 20;
+  std::string text;
+  for (std::size_t missing = 0; missing == 0;) {
+    const std::size_t done = text.size();
+    text.resize(done + std::max(done, kFirstBlock));
+    const std::size_t size = read(text.data() + done, text.size() - done);
+    missing = text.size() - done - size;
+    text.resize(done + size);
+  }
+  if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return E_OUTOFMEMORY;
+  const int length = static_cast<int>(text.size());
+  CComBSTR wide;
+  // The system refuses to convert nothing.
+  const int measured = length == 0 ? 0 : MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), length, nullptr, 0);
+  wide.m_str = SysAllocStringLen(nullptr, static_cast<UINT>(measured));
+  if (wide.m_str == nullptr || (length > 0 && measured == 0)) return E_OUTOFMEMORY;
+  if (length > 0 && MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), length, wide, measured) != measured) {
+    return E_OUTOFMEMORY;
+  }
+  text = std::string();
+  return LoadDocument(document, wide, loaded);
 }
 
 }  // namespace ondrel::platform

@@ -47,6 +47,7 @@
 
 #include <memory>
 #include <type_traits>
+#include <vector>
 
 #include <ondrel/platform/os/graphics.h>
 
@@ -75,5 +76,10 @@ ONDREL_SYSTEM_API HRESULT ExtractFirstIcon(LPCWSTR path, UniqueIcon& large, Uniq
 /// Copies of an icon's colour image, of 32 bits per pixel, and its mask. FALSE, both empty, where GetIconInfo gives
 /// it, with the last error that it leaves. Raises std::bad_alloc.
 ONDREL_SYSTEM_API BOOL GetIconImages(HICON icon, UniqueBitmap& colour, UniqueBitmap& mask);
+
+/// What CreateBitmap makes of the rows of one plane, for a caller who has no more use for them: where bitmaps are plain
+/// memory, they are not copied. Empty on failure, with the last error, which is ERROR_INVALID_PARAMETER, too, for a
+/// size below 1 and for any other number of bytes than the rows have.
+ONDREL_SYSTEM_API UniqueBitmap AdoptBitmap(int width, int height, UINT bitsPerPixel, std::vector<unsigned char> rows);
 
 }  // namespace ondrel::platform

@@ -56,16 +56,35 @@
 //                        text that is not well-formed, and so is text with a zero unit. A declared encoding is ignored;
 //                        a U+FEFF and blanks before the declaration are allowed. A document that refuses for these
 //                        reasons stays as it was. How deep elements and entities may nest is the system's own
+//   LoadNarrowDocument   LoadDocument for a text in the narrow code page (CP_THREAD_ACP), which comes piece by piece
+//   and
+//                        need not be held as a whole where the system can do without. It may be refused before it was
+//                        read to its end. Raises what `read` raises, but for a lack of memory
+//   FindDigits, FindAscii  the short way to an attribute's value: S_OK, and the value, when the element has the
+//   attribute,
+//                        it is a number of decimal digits alone, or ASCII text, and the system can tell without the
+//                        steps between; S_FALSE says nothing about the attribute
+//   AddNumber, AddText   the short way to a new attribute: S_OK when the element has it now; S_FALSE when nothing was
+//   done
+//                        Every system may always answer S_FALSE to these four, and Windows does. Memory that runs short
+//                        is E_OUTOFMEMORY.
 //   GetContentHandler    the content handler of a writer, to be given to a reader
 #pragma once
 
 #include <ondrel/platform/com.h>
+#include <ondrel/platform/narrow_text_reader.h>
 #include <ondrel/platform/os/xml.h>
 
 namespace ondrel::platform {
 
 ONDREL_SYSTEM_API HRESULT CreateDocument(IXMLDOMDocument** document);
 ONDREL_SYSTEM_API HRESULT LoadDocument(IXMLDOMDocument* document, BSTR text, VARIANT_BOOL* loaded);
+ONDREL_SYSTEM_API HRESULT LoadNarrowDocument(IXMLDOMDocument* document, const NarrowTextReader& read,
+                                             VARIANT_BOOL* loaded);
+ONDREL_SYSTEM_API HRESULT FindDigits(IXMLDOMNamedNodeMap* attributes, BSTR name, LONGLONG& number);
+ONDREL_SYSTEM_API HRESULT FindAscii(IXMLDOMNamedNodeMap* attributes, BSTR name, CString& text);
+ONDREL_SYSTEM_API HRESULT AddNumber(IXMLDOMNamedNodeMap* attributes, BSTR name, LONGLONG number);
+ONDREL_SYSTEM_API HRESULT AddText(IXMLDOMNamedNodeMap* attributes, BSTR name, const CString& text);
 ONDREL_SYSTEM_API HRESULT GetContentHandler(IMXWriter* writer, ISAXContentHandler** handler);
 
 }  // namespace ondrel::platform

@@ -112,6 +112,14 @@ class FRAMEWORK_API CMemFile : public CFile {
   const BYTE* GetBytes() const noexcept;
 
  private:
-  std::vector<BYTE> m_bytes;
+  /// Makes room for `size` bytes, at least doubling it. What is behind the length is not initialised.
+  void Reserve(ULONGLONG size);
+
+  struct Free {
+    void operator()(BYTE* bytes) const noexcept;
+  };
+  std::unique_ptr<BYTE[], Free> m_bytes;  // of the C library, which can make a block larger where it lies
+  ULONGLONG m_capacity = 0;
+  ULONGLONG m_length = 0;
   ULONGLONG m_position = 0;
 };
