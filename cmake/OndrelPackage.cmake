@@ -11,7 +11,9 @@ endif()
 install(TARGETS ${ondrel_libraries} EXPORT OndrelTargets)
 install(TARGETS ondrel)
 if(NOT WIN32)
-  set_target_properties(ondrel HostFramework Vellum Ondrel PROPERTIES INSTALL_RPATH "$ORIGIN:$ORIGIN/../${CMAKE_INSTALL_LIBDIR}")
+  # Libraries find those that they need beside them, in the build as in the package. Were the two paths of unlike length,
+  # the build's would be filled up with empty entries, and each of them is the folder that a program is started in.
+  set_target_properties(HostFramework Vellum Ondrel PROPERTIES INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)
 endif()
 install(FILES ${ONDREL_RUNTIME_LIBRARIES} DESTINATION ${CMAKE_INSTALL_BINDIR})
 

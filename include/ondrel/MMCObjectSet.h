@@ -258,6 +258,8 @@ class ONDREL_API CMMCObjectSet {
   void SerializeNode(__int64 cookie, CVellum& archive);
   void DeserializeNode(__int64 parent, CVellum& archive);
 
+  /// SerializeCodeFile, without a copy of its own of what every file of an image is given alike.
+  void StoreCodeFile(__int64 cookie, CVellum& archive, const Transform& transform, const Variables& variables) const;
   void StoreProject(CVellum& archive);
   void LoadProject(CVellum& archive, const TransformFactory& factory);
   HRESULT ReadProject(IXMLDOMDocument* document, const CString& directory, const TransformFactory& factory);

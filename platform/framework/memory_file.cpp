@@ -2,11 +2,10 @@
 #include <ondrel/platform/framework/file.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <cstring>
 #include <limits>
 
-#include <ondrel/platform/os/large_pages.h>
+#include <ondrel/platform/os/memory_block.h>
 
 using namespace ondrel::platform;
 
@@ -91,15 +90,15 @@ void CMemFile::Reserve(ULONGLONG size) {
   if (size <= m_capacity) return;
   if (size > kMost) AfxThrowMemoryException();
   const ULONGLONG capacity = std::max(size, std::min(2 * m_capacity, kMost));
-  auto* const bytes = static_cast<BYTE*>(std::realloc(m_bytes.get(), static_cast<std::size_t>(capacity)));
+  void* const bytes =
+      GrowOsBlock(m_bytes.get(), static_cast<std::size_t>(m_length), static_cast<std::size_t>(capacity));
   if (bytes == nullptr) AfxThrowMemoryException();
-  if (capacity >= kLargeBlockSize) UseLargePages(bytes, static_cast<std::size_t>(capacity));
   static_cast<void>(m_bytes.release());
-  m_bytes.reset(bytes);
+  m_bytes.reset(static_cast<BYTE*>(bytes));
   m_capacity = capacity;
 }
 
-void CMemFile::Free::operator()(BYTE* bytes) const noexcept { std::free(bytes); }
+void CMemFile::Free::operator()(BYTE* bytes) const noexcept { FreeOsBlock(bytes); }
 
 void CMemFile::LockRange(ULONGLONG, ULONGLONG) { AfxThrowNotSupportedException(); }
 

@@ -90,6 +90,10 @@ void DecodeColour(const FileRows& rows, const DibHeader& header, Bytes storedPal
       hasPalette ? ReadPalette(storedPalette, header.paletteEntryBytes) : std::array<Colour, kMostPaletteColours>{};
   for (LONG y = 0; y < header.height; ++y) {
     const Bytes row = rows.Row(y);
+    if (pixelBytes == sizeof(Colour)) {
+      std::copy(row.begin(), row.end(), decoded.Pixel(0, y));
+      continue;
+    }
     for (LONG x = 0; x < header.width; ++x) {
       Colour pixel = {};
       if (hasPalette) {

@@ -43,6 +43,17 @@ ReplacementFile::~ReplacementFile() {
   if (!m_committed) Discard();
 }
 
+void ReplacementFile::Write(const void* buffer, UINT count) {
+  // The disk takes what is written while the rest is being made: early in small files, in large parts later.
+  constexpr ULONGLONG kSmallestPart = ULONGLONG{64} << 10;
+  constexpr ULONGLONG kLargestPart = ULONGLONG{1} << 20;
+  CFile::Write(buffer, count);
+  m_written += count;
+  if (m_written - m_begun < std::clamp(m_begun, kSmallestPart, kLargestPart)) return;
+  BeginSyncOsFile(m_open, m_begun, m_written - m_begun);
+  m_begun = m_written;
+}
+
 void ReplacementFile::Commit() {
   try {
     Flush();

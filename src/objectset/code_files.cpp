@@ -88,11 +88,16 @@ bool CMMCObjectSet::GetFilePath(__int64 cookie, CString& path) const {
 
 void CMMCObjectSet::SerializeCodeFile(__int64 cookie, CVellum& archive, Transform transform,
                                       Variables variables) const {
+  StoreCodeFile(cookie, archive, transform, variables);
+}
+
+void CMMCObjectSet::StoreCodeFile(__int64 cookie, CVellum& archive, const Transform& transform,
+                                  const Variables& variables) const {
   archive << cookie;
   CString path;
   if (!GetFilePath(cookie, path)) AfxThrowArchiveException(CArchiveException::genericException);
   if (m_codeFileWriter(path, archive, transform, variables)) return;
-  archive.Write(transform(ReadWholeFile(path), std::move(variables)));
+  archive.Write(transform(ReadWholeFile(path), variables));
 }
 
 void CMMCObjectSet::DeserializeCodeFile(CVellum& archive) {

@@ -53,7 +53,7 @@ void CMMCObjectSet::StoreObjectImage(CVellum& archive) {
   Variables folders;
   for (const auto& [path, file] : m_tables.codePaths) folders.try_emplace(FolderOf(path), file.first);
   StoreCount(archive, m_tables.codePaths.size());
-  for (const auto& [path, file] : m_tables.codePaths) SerializeCodeFile(file.first, archive, file.second, folders);
+  for (const auto& [path, file] : m_tables.codePaths) StoreCodeFile(file.first, archive, file.second, folders);
 
   StoreCount(archive, m_tables.codeContents.size());
   for (const auto& [cookie, contents] : m_tables.codeContents) {

@@ -144,6 +144,13 @@ struct EndlessProject {
 
 std::ostream& operator<<(std::ostream& out, const EndlessProject& endless) { return out << endless.name; }
 
+/// The last element of a node's scripts, which stand in line 4, without its brackets.
+std::string EndlessScript(const std::string& script) {
+  return HtmlNode("<MenuScript/><Scripts><" + script + "/></Scripts><StyleSheet/>");
+}
+
+constexpr const char* kNamelessScript = "4: a Script of node 5 has no File attribute";
+
 const EndlessProject kEndlessProjects[] = {
     {"InANode", HtmlNode("<MenuScript/><Scripts><Script File=\"1\"/>\n<Script/></Scripts><StyleSheet/>"),
      "5: a Script of node 5 has no File attribute"},
@@ -163,6 +170,16 @@ const EndlessProject kEndlessProjects[] = {
      "Type=\"List\"><MenuScript/><Scripts><Script/>"
      "</Scripts></Node></NodeGroup></Other></Project>",
      "2: a Script of node 2 has no File attribute"},
+    {"WithAnAttributeOfAnotherName", EndlessScript(R"(Script Files="1")"), kNamelessScript},
+    {"WithAnAttributeInSmallLetters", EndlessScript(R"(Script file="1")"), kNamelessScript},
+    {"WithAPrefixedAttribute", EndlessScript(R"(Script xmlns:x="x" x:File="1")"), kNamelessScript},
+    {"WithTheAttributeInAValue", EndlessScript(R"(Script Name=" File='1'")"), kNamelessScript},
+    {"WithTheAttributeInAValueOfOtherQuotes", EndlessScript(R"(Script Name='"' Other=' File="1"')"), kNamelessScript},
+    {"WithAnEndOfTagInAValue", EndlessScript(R"(Script Name=">" Other="File=")"), kNamelessScript},
+    {"BehindOneWithBlanksAroundItsFile", EndlessScript("Script\tFile = '1'/><Script "), kNamelessScript},
+    {"InAnEntity",
+     "<!DOCTYPE Project [<!ENTITY script '&#60;Script/>'>]>" + HtmlNode("<MenuScript/><Scripts>&script;</Scripts>"),
+     kNamelessScript},
 };
 
 class EndlessProjects : public testing::TestWithParam<EndlessProject> {};

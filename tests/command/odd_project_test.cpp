@@ -39,6 +39,13 @@ TEST(OddProject, AScriptWithoutFileThatNoLoadReadsIsNoReasonToRefuse) {
   ExpectSuccess(folder.Compile());
 }
 
+TEST(OddProject, AScriptMayNameItsFileInAnyWayThatXmlHas) {
+  const auto node = LoadedNode(
+      "<MenuScript/><Scripts><Script\tFile='4'></Script><Script a='/>' File = \n \"5\" /><!-- "
+      "<Script/> --><Scripted/></Scripts>");
+  EXPECT_EQ(node["scripts"], nlohmann::json::array({"4", "5"}));
+}
+
 TEST(OddProject, AFileReferenceWithoutFileIsNone) { EXPECT_EQ(LoadedNode("<MenuScript/>")["menuScript"], "0"); }
 
 TEST(OddProject, OfTwoMenuScriptsTheFirstIsRead) {

@@ -29,6 +29,7 @@ constexpr int kFewerKills = kSanitized ? 20 : 80;  // where it is the way of wri
 
 constexpr int kCodeFiles = 12;
 constexpr std::size_t kCodeFileSize = 256 * 1024;
+constexpr std::size_t kLargeCodeFileSize = 16 * kCodeFileSize;  // so that the writing cannot be missed
 constexpr int kIcons = 100;
 constexpr std::chrono::seconds kLongestRun{30};
 constexpr int kWholeRuns = 20;  // one in so many runs is left to end
@@ -181,12 +182,12 @@ class KillRuns {
 };
 
 /// A project whose image takes some tens of milliseconds to be written.
-void WriteDefinitionOfManyFiles(const ProjectFolder& folder) {
+void WriteDefinitionOfManyFiles(const ProjectFolder& folder, std::size_t fileSize = kCodeFileSize) {
   std::string text = "<Project><FileGroup>";
   for (int file = 0; file < kCodeFiles; ++file) {
     const std::string number = std::to_string(file + 1);
     text += "<File Cookie=\"" + number + "\" Name=\"" + number + ".js\"/>";
-    folder.Write(number + ".js", std::string(kCodeFileSize, static_cast<char>('a' + file % 26)));
+    folder.Write(number + ".js", std::string(fileSize, static_cast<char>('a' + file % 26)));
   }
   folder.WriteProject(text + "</FileGroup></Project>");
 }
@@ -239,7 +240,7 @@ TEST(Kill, StripsLeavesTheOldPicturesOrTheNewOnes) {
 TEST(Kill, AnInterruptedCompileLeavesNothingBehind) {
   const ProjectFolder folder;
   if (!HoldsUnnamedFiles(folder.Path())) GTEST_SKIP() << "the disk of the tests holds no files without a name";
-  WriteDefinitionOfManyFiles(folder);
+  WriteDefinitionOfManyFiles(folder, kLargeCodeFileSize);
   folder.Write(kImageName, "old");
   const std::string names = folder.Listing();
   for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {

@@ -77,6 +77,60 @@ TEST(MemoryFile, ChangesItsLength) {
   EXPECT_EQ(Hex(BytesOf(file)), "61 62 00 00");
 }
 
+TEST(MemoryFile, HasZerosWhereItBecameShorterAndLongerAgain) {
+  CMemFile file("abcdef", 6);
+  file.SetLength(1);
+  file.SetLength(3);
+  EXPECT_EQ(Hex(BytesOf(file)), "61 00 00");
+  file.SetLength(0);
+  file.SetLength(2);
+  EXPECT_EQ(Hex(BytesOf(file)), "00 00");
+  CMemFile written("abcdef", 6);
+  written.SetLength(2);
+  EXPECT_EQ(written.Seek(4, CFile::begin), 4U);
+  written.Write("x", 1);
+  EXPECT_EQ(Hex(BytesOf(written)), "61 62 00 00 78") << "no byte of before";
+  EXPECT_EQ(written.GetPosition(), 5U);
+}
+
+TEST(MemoryFile, KeepsItsPositionWhenItsLengthChanges) {
+  CMemFile file("abcdef", 6);
+  file.Seek(5, CFile::begin);
+  file.SetLength(2);
+  EXPECT_EQ(file.GetPosition(), 5U);
+  char byte = 0;
+  EXPECT_EQ(file.Read(&byte, 1), 0U);
+  file.SetLength(6);
+  EXPECT_EQ(file.Read(&byte, 1), 1U);
+  EXPECT_EQ(byte, 0);
+}
+
+TEST(MemoryFile, GrowsByManyWritesOverManyMegabytes) {
+  constexpr std::size_t kBlock = 100'003;
+  constexpr std::size_t kBlocks = 100;
+  CMemFile file;
+  std::string expected;
+  for (std::size_t number = 0; number < kBlocks; ++number) {
+    const std::string block(kBlock, static_cast<char>('!' + number % 90));
+    file.Write(block.data(), static_cast<UINT>(block.size()));
+    expected += block;
+    ASSERT_EQ(file.GetLength(), expected.size());
+  }
+  EXPECT_TRUE(BytesOf(file) == expected);
+}
+
+TEST(MemoryFile, FillsALargeGapWithZeros) {
+  constexpr ULONGLONG kGap = ULONGLONG{9} << 20;
+  CMemFile file("ab", 2);
+  file.SetLength(1);
+  EXPECT_EQ(file.Seek(static_cast<LONGLONG>(kGap), CFile::begin), kGap);
+  file.Write("z", 1);
+  EXPECT_TRUE(BytesOf(file) == "a" + std::string(static_cast<std::size_t>(kGap) - 1, '\0') + "z");
+  file.SetLength(kGap / 2);
+  file.SetLength(kGap + 1);
+  EXPECT_TRUE(BytesOf(file) == "a" + std::string(static_cast<std::size_t>(kGap), '\0'));
+}
+
 TEST(MemoryFile, RaisesOutOfMemoryForWhatNoMemoryHolds) {
   CMemFile file("a", 1);
   EXPECT_TRUE(Raised<CMemoryException>([&] { file.SetLength(std::numeric_limits<ULONGLONG>::max()); }));

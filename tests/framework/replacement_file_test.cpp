@@ -38,6 +38,20 @@ TEST(ReplacementFile, ReplacesWhatWasThere) {
   EXPECT_EQ(folder.Listing(), "image.bin\n");
 }
 
+TEST(ReplacementFile, HoldsWhatIsWrittenInManyParts) {
+  const TemporaryFolder folder;
+  std::string expected;
+  ReplacementFile file(Wide(folder / "image.bin"));
+  for (int part = 0; part < 50; ++part) {
+    const std::string bytes(static_cast<std::size_t>(part) * 4001, static_cast<char>('A' + part));
+    file.Write(bytes.data(), static_cast<UINT>(bytes.size()));
+    expected += bytes;
+  }
+  file.Commit();
+  EXPECT_GT(expected.size(), std::size_t{4} << 20);  // beyond every size at which the disk begins to take a part
+  EXPECT_TRUE(ReadBytes(folder / "image.bin") == expected);
+}
+
 TEST(ReplacementFile, KnowsAnotherThatIsToTakeItsPlace) {
   const TemporaryFolder folder;
   std::filesystem::create_directory(folder / "sub");

@@ -11,6 +11,7 @@
 #include "support/live_handles.h"
 #include "support/model/icon_fixtures.h"
 #include "support/model/set_forms.h"
+#include "support/model/sets.h"
 #include "support/object_set_probe.h"
 #include "support/print_text.h"
 

@@ -235,6 +235,32 @@ TEST_F(ProjectRefused, AFileThatCannotBeReadToItsEnd) {
   EXPECT_EQ(Observed(m_set), before);
 }
 
+// The text is refused by its first bytes, and longer than what is read at once.
+TEST_F(ProjectRefused, AFileThatIsNoProjectAndCannotBeReadToItsEnd) {
+  const std::string before = Observed(m_set);
+  const std::string bytes = "no project" + std::string(std::size_t{3} << 20, 'x');
+  int reads = 0;
+  {
+    FaultyFile whole(bytes.data(), static_cast<UINT>(bytes.size()));
+    CVellum archive(&whole, CArchive::load);
+    const auto raised = Raised<COleException>([&] { m_set.SerializeProjectFile(archive, UnchangedFor); });
+    ASSERT_TRUE(raised);
+    EXPECT_EQ(raised->m_sc, kInvalidData);
+    EXPECT_EQ(whole.GetPosition(), bytes.size()) << "was read to its end";
+    reads = whole.Reads();
+  }
+  ASSERT_GT(reads, 2);
+  for (const int failing : {1, 2, reads / 2, reads - 1}) {
+    FaultyFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+    file.FailRead(failing);
+    CVellum archive(&file, CArchive::load);
+    const auto raised = Raised<CFileException>([&] { m_set.SerializeProjectFile(archive, UnchangedFor); });
+    ASSERT_TRUE(raised) << failing;
+    EXPECT_EQ(raised->m_cause, CFileException::hardIO) << failing;
+  }
+  EXPECT_EQ(Observed(m_set), before);
+}
+
 /// A file that claims a length of its own.
 class ClaimingFile final : public FaultyFile {
  public:

@@ -63,8 +63,9 @@ TEST(PosixDomLifetime, OutOfMemoryIsAStatusOfEveryOperation) {
   const CComBSTR name(_T("a_name_that_is_longer_than_a_short_string"));
   // A path that was asked for before takes no memory.
   const CComBSTR longerPath(_T("a_name_that_is_longer_than_a_short_string/b"));
-  const CComPtr<IXMLDOMDocument> document = Loaded("<r><a_name_that_is_longer_than_a_short_string><b/>"
-                                                   "</a_name_that_is_longer_than_a_short_string></r>");
+  const CComPtr<IXMLDOMDocument> document = Loaded(
+      "<r><a_name_that_is_longer_than_a_short_string><b/>"
+      "</a_name_that_is_longer_than_a_short_string></r>");
   const CComPtr<IXMLDOMElement> root = RootOf(document);
   ExpectOutOfMemoryThenSuccess([&] {
     CComPtr<IXMLDOMNodeList> list;

@@ -18,5 +18,23 @@ TEST(PosixDomSelection, OtherExpressionsAreRefused) {
   }
 }
 
+// Under Wine, a list by name that was begun does not see what comes later.
+TEST(PosixDomSelection, AWalkByNameGoesOnWhenSomethingIsAppended) {
+  const CComPtr<IXMLDOMDocument> document = Loaded("<r><a N='1'/><a N='2'><b/></a><a N='3'/></r>");
+  CComPtr<IXMLDOMNodeList> list;
+  ASSERT_EQ(RootOf(document)->getElementsByTagName(CComBSTR(_T("a")), &list), S_OK);
+  CComPtr<IXMLDOMNode> node;
+  ASSERT_EQ(list->nextNode(&node), S_OK);
+  EXPECT_EQ(AttributeOf(node, _T("N")), _T("1"));
+  for (const WCHAR* const path : {_T("r/a/b"), _T("r")}) {
+    const CComPtr<IXMLDOMElement> added = NewElement(document, _T("a"));
+    SetAttribute(document, added, _T("N"), _T("new"));
+    CComPtr<IXMLDOMNode> parent;
+    ASSERT_EQ(document->selectSingleNode(CComBSTR(path), &parent), S_OK);
+    ASSERT_EQ(parent->appendChild(added, nullptr), S_OK);
+  }
+  EXPECT_EQ(Listing(list), "a(2) a(new) a(3) a(new) ");
+}
+
 }  // namespace
 }  // namespace ondrel::test

@@ -9,6 +9,7 @@
 #include <ondrel/platform/program.h>
 
 #include "image_inspector.h"
+#include "nameless_script.h"
 #include "printable.h"
 
 namespace ondrel::command {
@@ -23,7 +24,23 @@ constexpr std::string_view kUtf16Mark = "\xFF\xFE";
 constexpr std::string_view kUtf16BigEndianMark = "\xFE\xFF";
 constexpr std::string_view kBlanks = " \t\r\n";
 
-bool LeaveToTheSet(const WCHAR*, CVellum&, CMMCObjectSet::Transform, CMMCObjectSet::Variables) { return false; }
+/// Stores a code file as it is, a block at a time: nothing has to hold the whole of it. Raises CFileException.
+bool StoreAsItIs(const WCHAR* path, CVellum& archive, CMMCObjectSet::Transform, CMMCObjectSet::Variables) {
+  CFile file(path, CFile::modeRead | CFile::shareDenyWrite);
+  const ULONGLONG length = file.GetLength();
+  if (length > kLargestCodeFile) AfxThrowInvalidArgException();
+  archive << static_cast<DWORD>(length);
+  const auto blockSize = static_cast<UINT>(std::min<ULONGLONG>(length, kReadingSize));
+  const std::unique_ptr<char[]> block(new char[blockSize]);
+  for (ULONGLONG missing = length; missing > 0;) {
+    const UINT read = file.Read(block.get(), static_cast<UINT>(std::min<ULONGLONG>(missing, blockSize)));
+    // The file was cut while it was read; what is missing must not go into an image as something else.
+    if (read == 0) AfxThrowFileException(CFileException::endOfFile, -1, path);
+    archive.Write(block.get(), read);
+    missing -= read;
+  }
+  return true;
+}
 
 std::vector<char> KeepBytes(std::vector<char> bytes, const CMMCObjectSet::Variables&) { return bytes; }
 
@@ -70,8 +87,9 @@ CString Decode(const std::string& bytes) {
   return CString(std::move(text));
 }
 
-Failure ExplainXmlFault(const Definition& definition, const std::string& bytes) {
-  const platform::XmlFault& fault = *definition.project->Fault();
+Failure ExplainXmlFault(const Definition& definition) {
+  const platform::XmlFault& fault = *definition.Project().Fault();
+  const std::string& bytes = definition.text;
   if (bytes.starts_with(kUtf8Mark)) {
     return {definition.At(1), "the text begins with a byte-order mark; save it as UTF-8 without one",
             StatusText(kInvalidData)};
@@ -101,7 +119,8 @@ std::string ExplainIcon(const ProjectFile& icon, HRESULT status) {
 }
 
 Failure ExplainProjectLoad(const Definition& definition, const COleException& raised) {
-  const ProjectInspector& project = *definition.project;
+  const ProjectInspector& project = definition.Project();
+  if (project.Fault()) return ExplainXmlFault(definition);
   const Finding* const finding = project.Findings().First(raised.m_sc);
   if (const ProjectFile* const icon = FailingIcon(project, raised.m_sc, finding); icon != nullptr) {
     return {definition.At(icon->line), ExplainIcon(*icon, raised.m_sc), StatusText(raised.m_sc)};
@@ -110,16 +129,22 @@ Failure ExplainProjectLoad(const Definition& definition, const COleException& ra
   return {definition.At(0), std::string("the project does not load: ") + raised.what(), StatusText(raised.m_sc)};
 }
 
-void LoadProject(Definition& definition, const std::string& bytes) {
-  const CString path = platform::FullPath(platform::PathFromUtf8(definition.file));
-  definition.folder = path.Left(path.ReverseFind('\\') + 1);
-  definition.project.emplace(Decode(bytes), definition.folder);
-  if (definition.project->Fault()) throw ExplainXmlFault(definition, bytes);
-  if (const Finding* const obstacle = definition.project->Findings().Obstacle(); obstacle != nullptr) {
+/// Refuses a project that a load would not come back from.
+void RequireEnd(const Definition& definition) {
+  if (NamesFileOfEveryScript(definition.text)) return;
+  const ProjectInspector& project = definition.Project();
+  if (project.Fault()) throw ExplainXmlFault(definition);
+  if (const Finding* const obstacle = project.Findings().Obstacle(); obstacle != nullptr) {
     throw Failure(definition.At(obstacle->line), obstacle->explanation, StatusText(obstacle->status));
   }
+}
+
+void LoadProject(Definition& definition) {
+  const CString path = platform::FullPath(platform::PathFromUtf8(definition.file));
+  definition.folder = path.Left(path.ReverseFind('\\') + 1);
+  RequireEnd(definition);
   // The bytes that were looked at are the bytes that are loaded, whatever happens to the file meanwhile.
-  CMemFile memory(bytes.data(), static_cast<UINT>(bytes.size()));
+  CMemFile memory(definition.text.data(), static_cast<UINT>(definition.text.size()));
   CVellum archive(&memory, CArchive::load);
   archive.m_strFileName = path;
   try {
@@ -161,7 +186,8 @@ void Load(Definition& definition, bool alsoImages) {
                     StatusText(E_OUTOFMEMORY));
     }
     bytes += ReadBytes(source, std::string::npos);
-    LoadProject(definition, bytes);
+    definition.text = std::move(bytes);
+    LoadProject(definition);
   } else if (alsoImages) {
     source.Seek(0, CFile::begin);
     LoadObjectImage(definition, source);
@@ -185,7 +211,12 @@ std::unique_ptr<Definition> Read(const std::string& file, bool alsoImages) {
 
 }  // namespace
 
-Definition::Definition() : set(LeaveToTheSet) {}
+Definition::Definition() : set(StoreAsItIs) {}
+
+const ProjectInspector& Definition::Project() const {
+  if (!m_project) m_project.emplace(Decode(text), folder);
+  return *m_project;
+}
 
 CString Definition::DisplayPath(const CString& path) const {
   const bool inFolder = !folder.IsEmpty() && path.Find(folder) == 0;

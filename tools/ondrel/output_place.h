@@ -20,11 +20,12 @@ struct SourceFile {
   std::string Name() const;
 };
 
-/// A definition's file and, of a project, the icon and code files that it names.
-std::vector<SourceFile> SourcesOf(const Definition& definition);
-
 /// Refuses a place that a file cannot take, and one where a source stands, by whatever name or link. `output` is what
 /// is to be written: "the image". Raises Failure.
 void RequirePlace(const std::string& place, const std::string& output, const std::vector<SourceFile>& sources);
+
+/// The same for what is made from a definition: its sources are its file and, of a project, the icon and code files
+/// that it names.
+void RequirePlace(const std::string& place, const std::string& output, Definition& definition);
 
 }  // namespace ondrel::command

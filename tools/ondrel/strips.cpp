@@ -99,9 +99,8 @@ platform::Picture PictureOf(const platform::UniqueBitmap& strip, const Definitio
 void WriteStrips(const std::string& file, DWORD key, const StripPlaces& places) {
   const auto definition = ReadDefinition(file);
   RequireIcons(*definition);
-  const auto sources = SourcesOf(*definition);
   for (const auto& place : {places.smallIcons, places.largeIcons}) {
-    if (place) RequirePlace(*place, "the picture", sources);
+    if (place) RequirePlace(*place, "the picture", *definition);
   }
   const Strips strips = MakeStrips(*definition, key);
   std::vector<PictureFile> pictures;

@@ -6,7 +6,7 @@
 #include <limits>
 #include <new>
 
-#include <ondrel/platform/os/large_pages.h>
+#include <ondrel/platform/os/memory_block.h>
 
 #include "com/com_object.h"
 
@@ -14,7 +14,7 @@ namespace ondrel::platform {
 
 /// A block that can grow. How many bytes it has is a matter of its own, so that two streams over it agree.
 struct GlobalBlock {
-  ~GlobalBlock() { std::free(bytes); }
+  ~GlobalBlock() { FreeOsBlock(bytes); }
 
   std::byte* bytes = nullptr;
   std::size_t size = 0;
@@ -38,11 +38,10 @@ HRESULT Resize(GlobalBlock& block, ULONGLONG size, ULONGLONG zeroEnd) {
   if (newSize > block.capacity) {
     // Doubling makes a sequence of small writes linear.
     const std::size_t capacity = std::max({newSize, 2 * block.capacity, kFirstCapacity});
-    auto* const bytes = static_cast<std::byte*>(std::realloc(block.bytes, capacity));
+    auto* const bytes = static_cast<std::byte*>(GrowOsBlock(block.bytes, block.size, capacity));
     if (bytes == nullptr) return E_OUTOFMEMORY;
     block.bytes = bytes;
     block.capacity = capacity;
-    if (capacity >= kLargeBlockSize) UseLargePages(bytes, capacity);
   }
   if (zeroEnd > block.size) std::memset(block.bytes + block.size, 0, static_cast<std::size_t>(zeroEnd) - block.size);
   block.size = newSize;

@@ -1,7 +1,9 @@
-// The system's entry of a library: a constructor and a destructor of the shared object.
+// The system's entry of a library: a constructor and a destructor of the shared object, or of a program that the
+// library is linked into.
 #include <ondrel/platform/library_entry.h>
 
 #include <dlfcn.h>
+#include <link.h>
 #include <unistd.h>
 #include <cstdio>
 
@@ -14,9 +16,11 @@ constexpr int kCannotStart = 127;  // the exit status of a program whose librari
 
 constinit HINSTANCE g_instance = nullptr;  // null unless the library is attached
 
+// The name by which the system knows the file that this is in; empty for the program itself.
 const char* OwnFile() {
   Dl_info info = {};
-  return dladdr(&g_instance, &info) != 0 ? info.dli_fname : nullptr;
+  void* file = nullptr;
+  return dladdr1(&g_instance, &info, &file, RTLD_DL_LINKMAP) != 0 ? static_cast<link_map*>(file)->l_name : nullptr;
 }
 
 // What dlopen gives for this library, which is there for as long as the library is.
@@ -31,7 +35,7 @@ HINSTANCE OwnInstance() {
   const char* const file = OwnFile();
   char line[1024];
   const int length = std::snprintf(line, sizeof line, "%.900s: cannot start, status 0x%08X\n",
-                                   file != nullptr ? file : "a library", static_cast<DWORD>(status));
+                                   file != nullptr && *file != '\0' ? file : "a library", static_cast<DWORD>(status));
   [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, line, static_cast<std::size_t>(length));
   _exit(kCannotStart);
 }

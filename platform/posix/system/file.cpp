@@ -194,6 +194,11 @@ DWORD UnlockOsFile(OsFile file, ULONGLONG position, ULONGLONG count) {
   return LockRange(file, F_UNLCK, position, count);
 }
 
+void BeginSyncOsFile(OsFile file, ULONGLONG position, ULONGLONG count) {
+  sync_file_range(static_cast<int>(file), static_cast<off_t>(position), static_cast<off_t>(count),
+                  SYNC_FILE_RANGE_WRITE);
+}
+
 DWORD SyncOsFile(OsFile file) {
   return Uninterrupted([&] { return fsync(static_cast<int>(file)); }) == 0 ? ERROR_SUCCESS : LastOsError();
 }

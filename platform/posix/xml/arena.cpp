@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include <ondrel/platform/os/large_pages.h>
+#include <ondrel/platform/os/memory_block.h>
 
 namespace ondrel::platform {
 

@@ -1,9 +1,13 @@
 // The nodes of a document: elements, attributes and processing instructions.
 #pragma once
 
+#include <array>
+#include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string_view>
+#include <vector>
 
 #include "xml/dom_node.h"
 
@@ -35,7 +39,7 @@ class AttributeNode final : public DomNode<IXMLDOMAttribute, ValueNode> {
 
 /// An attribute that no node was made of yet: that is done when one is asked for, which the short ways never do.
 struct ParsedAttribute {
-  const Name* name;
+  const Name* name = nullptr;
   std::string_view value;
 };
 
@@ -65,13 +69,28 @@ class ElementNode final : public DomNode<IXMLDOMElement, ParentNode>, public IXM
   /// The first attribute, or null; the others follow it. Raises std::bad_alloc.
   AttributeNode* FirstAttribute();
   // These make no nodes.
-  /// Calls `use` with the name and the kept text of each attribute.
+
+  /// Calls `use` with the name and the kept text of each attribute that there is now: what `use` calls in turn may add
+  /// some, or ask for their nodes. Raises std::bad_alloc.
   template <class Use>
   void ForEachAttribute(const Use& use) const {
-    for (const ParsedAttribute& attribute : m_parsed) use(*attribute.name, attribute.value);
+    constexpr std::size_t kFew = 4;  // as elements nearly always have
+    std::array<ParsedAttribute, kFew> few;
+    std::vector<ParsedAttribute> more;
+    std::size_t count = 0;
+    const auto note = [&](const ParsedAttribute& attribute) {
+      if (count < kFew) {
+        few[count++] = attribute;
+      } else {
+        more.push_back(attribute);
+      }
+    };
+    for (const ParsedAttribute& attribute : m_parsed) note(attribute);
     for (const AttributeNode* node = m_firstAttribute; node != nullptr; node = node->NextAttribute()) {
-      use(*node->name, node->Value());
+      note({node->name, node->Value()});
     }
+    for (std::size_t i = 0; i < count; ++i) use(*few[i].name, few[i].value);
+    for (const ParsedAttribute& attribute : more) use(*attribute.name, attribute.value);
   }
   /// The text of an attribute, or none.
   std::optional<std::string_view> FindValue(std::u16string_view attributeName) const;

@@ -24,6 +24,16 @@ UniqueHandle OpenToAsk(const CString& path) {
   return UniqueHandle(opened == INVALID_HANDLE_VALUE ? nullptr : opened);
 }
 
+/// The numbers by which the system knows an open file; false when it does not tell, or nothing is open.
+bool AskForNumbers(const UniqueHandle& handle, std::uint64_t& volume, std::uint64_t& number) {
+  constexpr int kBitsOfHalf = 32;
+  BY_HANDLE_FILE_INFORMATION found = {};
+  if (handle == nullptr || !GetFileInformationByHandle(handle.get(), &found)) return false;
+  volume = found.dwVolumeSerialNumber;
+  number = std::uint64_t{found.nFileIndexHigh} << kBitsOfHalf | found.nFileIndexLow;
+  return true;
+}
+
 }  // namespace
 
 PlaceKind KindOfPlace(const CString& path) {
@@ -38,18 +48,24 @@ PlaceKind KindOfPlace(const CString& path) {
   return (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0 ? PlaceKind::folder : PlaceKind::file;
 }
 
-bool IsSameFile(const CString& path, const CString& other) {
-  // Both stay open until they are compared: the number of a file that is gone may be given to another one.
-  const UniqueHandle handle = OpenToAsk(path);
-  const UniqueHandle otherHandle = OpenToAsk(other);
-  BY_HANDLE_FILE_INFORMATION found = {};
-  BY_HANDLE_FILE_INFORMATION otherFound = {};
-  if (handle == nullptr || otherHandle == nullptr || !GetFileInformationByHandle(handle.get(), &found) ||
-      !GetFileInformationByHandle(otherHandle.get(), &otherFound)) {
-    return false;
-  }
-  return found.dwVolumeSerialNumber == otherFound.dwVolumeSerialNumber &&
-         found.nFileIndexHigh == otherFound.nFileIndexHigh && found.nFileIndexLow == otherFound.nFileIndexLow;
+// It stays open until it is compared: the number of a file that is gone may be given to another one.
+FoundFile::FoundFile(const CString& path) {
+  UniqueHandle handle = OpenToAsk(path);
+  if (AskForNumbers(handle, m_volume, m_number)) m_open = reinterpret_cast<std::intptr_t>(handle.release());
 }
+
+FoundFile::~FoundFile() {
+  if (IsThere()) CloseHandle(reinterpret_cast<HANDLE>(m_open));
+}
+
+bool FoundFile::IsAt(const CString& path) const {
+  if (!IsThere()) return false;
+  const UniqueHandle handle = OpenToAsk(path);
+  std::uint64_t volume = 0;
+  std::uint64_t number = 0;
+  return AskForNumbers(handle, volume, number) && volume == m_volume && number == m_number;
+}
+
+bool IsSameFile(const CString& path, const CString& other) { return FoundFile(path).IsAt(other); }
 
 }  // namespace ondrel::platform

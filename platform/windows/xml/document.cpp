@@ -5,6 +5,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include <ondrel/platform/com.h>
 #include <ondrel/platform/xml.h>
@@ -30,6 +31,33 @@ std::wstring_view WithoutDeclaration(std::wstring_view text) {
   const bool isDeclared = text.starts_with(kStart) && text.find_first_of(kBlanks) == kStart.size();
   if (isDeclared) text.remove_prefix(text.find(kEnd) + kEnd.size());
   return text;
+}
+
+std::string ReadAll(const NarrowTextReader& read) {
+  constexpr std::size_t kFirstBlock = std::size_t{1} << 20;
+  std::string text;
+  for (std::size_t missing = 0; missing == 0;) {
+    const std::size_t done = text.size();
+    text.resize(done + std::max(done, kFirstBlock));
+    const std::size_t size = read(text.data() + done, text.size() - done);
+    missing = text.size() - done - size;
+    text.resize(done + size);
+  }
+  return text;
+}
+
+/// The text by the narrow code page; null when it cannot be had.
+CComBSTR Widen(const std::string& text) {
+  CComBSTR wide;
+  if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return wide;
+  const int length = static_cast<int>(text.size());
+  // The system refuses to convert nothing.
+  const int measured = length == 0 ? 0 : MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), length, nullptr, 0);
+  if (length > 0 && measured == 0) return wide;
+  wide.m_str = SysAllocStringLen(nullptr, static_cast<UINT>(measured));
+  const bool isConverted = length == 0 || wide.m_str == nullptr ||
+                           MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), length, wide, measured) == measured;
+  return isConverted ? std::move(wide) : CComBSTR();
 }
 
 }  // namespace
@@ -73,27 +101,14 @@ HRESULT LoadDocument(IXMLDOMDocument* document, BSTR text, VARIANT_BOOL* loaded)
 }
 
 HRESULT LoadNarrowDocument(IXMLDOMDocument* document, const NarrowTextReader& read, VARIANT_BOOL* loaded) {
-  constexpr std::size_t kFirstBlock = std::size_t{1} << 20;
-  std::string text;
-  for (std::size_t missing = 0; missing == 0;) {
-    const std::size_t done = text.size();
-    text.resize(done + std::max(done, kFirstBlock));
-    const std::size_t size = read(text.data() + done, text.size() - done);
-    missing = text.size() - done - size;
-    text.resize(done + size);
-  }
-  if (text.size() > static_cast<std::size_t>(std::numeric_limits<int>::max())) return E_OUTOFMEMORY;
-  const int length = static_cast<int>(text.size());
-  CComBSTR wide;
-  // The system refuses to convert nothing.
-  const int measured = length == 0 ? 0 : MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), length, nullptr, 0);
-  wide.m_str = SysAllocStringLen(nullptr, static_cast<UINT>(measured));
-  if (wide.m_str == nullptr || (length > 0 && measured == 0)) return E_OUTOFMEMORY;
-  if (length > 0 && MultiByteToWideChar(CP_THREAD_ACP, 0, text.data(), length, wide, measured) != measured) {
+  if (document == nullptr || loaded == nullptr) return E_INVALIDARG;
+  *loaded = VARIANT_FALSE;
+  try {
+    const CComBSTR text = Widen(ReadAll(read));
+    return text.m_str != nullptr ? LoadDocument(document, text, loaded) : E_OUTOFMEMORY;
+  } catch (const std::bad_alloc&) {
     return E_OUTOFMEMORY;
   }
-  text = std::string();
-  return LoadDocument(document, wide, loaded);
 }
 
 }  // namespace ondrel::platform

@@ -1,6 +1,7 @@
 // Contract: what a command-line program needs of its system beyond the standard library.
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -36,8 +37,36 @@ std::string PathToUtf8(const CString& path);
 enum class PlaceKind { nothing, file, folder, other };
 PlaceKind KindOfPlace(const CString& path);
 
+/// A file or folder that was there when it was looked for, to be told by whatever other name.
+class FoundFile {
+ public:
+  explicit FoundFile(const CString& path);
+  ~FoundFile();  // NOLINT(performance-trivially-destructible): some systems keep it open meanwhile
+  FoundFile(const FoundFile&) = delete;
+  FoundFile& operator=(const FoundFile&) = delete;
+
+  bool IsThere() const { return m_open != kNothing; }
+  /// Whether a path leads to it; false for every path when nothing was found.
+  bool IsAt(const CString& path) const;
+
+ private:
+  static constexpr std::intptr_t kNothing = -1;
+
+  std::intptr_t m_open = kNothing;  ///< The handle of those systems, anything but kNothing of the others.
+  std::uint64_t m_volume = 0;
+  std::uint64_t m_number = 0;  ///< On the volume.
+};
+
 /// Whether both paths lead to one file, which is there.
 bool IsSameFile(const CString& path, const CString& other);
+
+/// Whether the first byte of a file would have to be waited for, because the system does not keep it in memory. False
+/// where the system does not tell, and for what is no file that can be read.
+bool IsLeftToDisk(const CString& path);
+
+/// Begins to bring a file's first bytes into the system's memory, of most files all, and does not wait for them. How
+/// many, or 0. It only helps who reads them afterwards: nothing tells whether it did.
+ULONGLONG BeginReading(const CString& path);
 
 /// Whether this system could reach the place that a path names: false for a drive that it does not have, and for a
 /// network path where there are none.
@@ -61,6 +90,7 @@ class ReplacementFile : public CFile {
   explicit ReplacementFile(const CString& path);
   ~ReplacementFile() override;
 
+  void Write(const void* buffer, UINT count) override;
   /// Requires that the file is still open and that every write succeeded. A failure removes the file.
   void Commit();
 
@@ -73,6 +103,8 @@ class ReplacementFile : public CFile {
   CString m_target;
   CString m_temporary;        ///< Empty while the file has no name.
   std::intptr_t m_open = -1;  ///< The system's handle of the file, for as long as the file is open.
+  ULONGLONG m_written = 0;    ///< Bytes so far, from the start of the file.
+  ULONGLONG m_begun = 0;      ///< Of these, how many are on their way to the disk already.
   bool m_committed = false;
 };
 

@@ -57,17 +57,14 @@
 //                        a U+FEFF and blanks before the declaration are allowed. A document that refuses for these
 //                        reasons stays as it was. How deep elements and entities may nest is the system's own
 //   LoadNarrowDocument   LoadDocument for a text in the narrow code page (CP_THREAD_ACP), which comes piece by piece
-//   and
-//                        need not be held as a whole where the system can do without. It may be refused before it was
-//                        read to its end. Raises what `read` raises, but for a lack of memory
-//   FindDigits, FindAscii  the short way to an attribute's value: S_OK, and the value, when the element has the
-//   attribute,
-//                        it is a number of decimal digits alone, or ASCII text, and the system can tell without the
-//                        steps between; S_FALSE says nothing about the attribute
+//                        and need not be held as a whole where the system can do without. It may be refused before it
+//                        was read to its end. Raises what `read` raises, but for a lack of memory
+//   FindDigits, FindAscii  the short way to an attribute's value: S_OK, and the value, when the element has it, it is a
+//                        number of decimal digits alone, or ASCII text, and the system can tell without the steps
+//                        between; S_FALSE says nothing about the attribute
 //   AddNumber, AddText   the short way to a new attribute: S_OK when the element has it now; S_FALSE when nothing was
-//   done
-//                        Every system may always answer S_FALSE to these four, and Windows does. Memory that runs short
-//                        is E_OUTOFMEMORY.
+//                        done. Every system may always answer S_FALSE to these four, and Windows does. Memory that runs
+//                        short is E_OUTOFMEMORY
 //   GetContentHandler    the content handler of a writer, to be given to a reader
 #pragma once
 

@@ -118,7 +118,7 @@ class FRAMEWORK_API CMemFile : public CFile {
   struct Free {
     void operator()(BYTE* bytes) const noexcept;
   };
-  std::unique_ptr<BYTE[], Free> m_bytes;  // of the C library, which can make a block larger where it lies
+  std::unique_ptr<BYTE[], Free> m_bytes;  ///< See GrowOsBlock.
   ULONGLONG m_capacity = 0;
   ULONGLONG m_length = 0;
   ULONGLONG m_position = 0;

@@ -33,6 +33,9 @@ ONDREL_OS_EXPORT DWORD MeasureOsFile(OsFile file, ULONGLONG& length);
 /// already has. Needs a file that may be written. A count of 0 is no range.
 ONDREL_OS_EXPORT DWORD LockOsFile(OsFile file, ULONGLONG position, ULONGLONG count);
 ONDREL_OS_EXPORT DWORD UnlockOsFile(OsFile file, ULONGLONG position, ULONGLONG count);
+/// Begins to bring `count` bytes from `position` on to the disk and does not wait for them, so that SyncOsFile has less
+/// left to do. It only helps: nothing tells whether it did.
+ONDREL_OS_EXPORT void BeginSyncOsFile(OsFile file, ULONGLONG position, ULONGLONG count);
 /// Returns when the file's bytes are on the disk.
 ONDREL_OS_EXPORT DWORD SyncOsFile(OsFile file);
 /// Puts `from` in place of `to`, whole, in one step, and makes that last.

@@ -33,6 +33,8 @@ DWORD MeasureOsFile(OsFile file, ULONGLONG& length);
 /// already has. Needs a file that may be written. A count of 0 is no range.
 DWORD LockOsFile(OsFile file, ULONGLONG position, ULONGLONG count);
 DWORD UnlockOsFile(OsFile file, ULONGLONG position, ULONGLONG count);
+/// Would begin to bring bytes to the disk without waiting for them. The system has no call for it.
+inline void BeginSyncOsFile(OsFile, ULONGLONG, ULONGLONG) {}
 /// Returns when the file's bytes are on the disk.
 DWORD SyncOsFile(OsFile file);
 /// Puts `from` in place of `to`, whole, in one step, and makes that last.
