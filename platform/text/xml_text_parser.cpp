@@ -221,8 +221,10 @@ bool XmlTextParser::Parse1252(const NarrowTextReader& read, XmlTextFault& fault)
       rest.remove_prefix(blanks);
       isStart = rest.empty();
     }
-    std::size_t converted = 0;
-    if (!rest.empty() || isLast) accepted = Feed(rest, isLast, converted);
+    if (!rest.empty() || isLast) {
+      std::size_t converted = 0;
+      accepted = Feed(rest, isLast, converted);
+    }
   }
   return Finish(accepted, fault);
 }

@@ -23,13 +23,15 @@ class Forwarding final : public ISAXContentHandler {
   ULONG STDMETHODCALLTYPE Release() override { return 1; }
   HRESULT STDMETHODCALLTYPE startDocument() override { return m_next->startDocument(); }
   HRESULT STDMETHODCALLTYPE endDocument() override { return m_next->endDocument(); }
-  HRESULT STDMETHODCALLTYPE startElement(const WCHAR* uri, int uriLength, const WCHAR* localName, int localLength,
-                                         const WCHAR* name, int length, ISAXAttributes* attributes) override {
-    return m_next->startElement(uri, uriLength, localName, localLength, name, length, attributes);
+  HRESULT STDMETHODCALLTYPE startElement(const WCHAR* namespaceUri, int namespaceUriLength, const WCHAR* localName,
+                                         int localLength, const WCHAR* qName, int qNameLength,
+                                         ISAXAttributes* attributes) override {
+    return m_next->startElement(namespaceUri, namespaceUriLength, localName, localLength, qName, qNameLength,
+                                attributes);
   }
-  HRESULT STDMETHODCALLTYPE endElement(const WCHAR* uri, int uriLength, const WCHAR* localName, int localLength,
-                                       const WCHAR* name, int length) override {
-    return m_next->endElement(uri, uriLength, localName, localLength, name, length);
+  HRESULT STDMETHODCALLTYPE endElement(const WCHAR* namespaceUri, int namespaceUriLength, const WCHAR* localName,
+                                       int localLength, const WCHAR* qName, int qNameLength) override {
+    return m_next->endElement(namespaceUri, namespaceUriLength, localName, localLength, qName, qNameLength);
   }
   HRESULT STDMETHODCALLTYPE processingInstruction(const WCHAR* target, int targetLength, const WCHAR* data,
                                                   int dataLength) override {
