@@ -207,7 +207,7 @@ TEST(ImageOfNodes, OfDeepChainsWithSiblingsIsWhole) {
     // Cookies that ascend, descend and go up and down with the depth.
     const auto cookieOf = [&](int level, int sibling) {
       const int place = order == 7 ? (level * 73) % 211 : order == 1 ? level : kLevels - level;
-      return __int64{place} * 10 + sibling;
+      return static_cast<__int64>(place) * 10 + sibling;
     };
     CMMCObjectSet set(LeaveToSet);
     __int64 parent = kTopParent;
