@@ -62,22 +62,6 @@ bool EqualsLetters(BSTR text, std::u16string_view lowerCase) {
   return true;
 }
 
-// The value of text that is decimal digits and nothing else, as programs write numbers; false for any other, and for
-// one with more digits than always fit.
-bool TakePlainDigits(LPCWSTR text, LONGLONG& value) {
-  constexpr int kMostDigits = std::numeric_limits<LONGLONG>::digits10 + 1;  // without a sign they fit 64 bits
-  if (text == nullptr) return false;
-  ULONGLONG number = 0;
-  int digits = 0;
-  for (; text[digits] >= '0' && text[digits] <= '9'; ++digits) {
-    if (digits == kMostDigits) return false;
-    number = number * 10 + static_cast<ULONGLONG>(text[digits] - '0');
-  }
-  if (digits == 0 || text[digits] != 0 || number > std::numeric_limits<LONGLONG>::max()) return false;
-  value = static_cast<LONGLONG>(number);
-  return true;
-}
-
 HRESULT ToInteger(const VARIANT& source, LONGLONG lowest, LONGLONG highest, LONGLONG& value) {
   switch (source.vt) {
     case VT_EMPTY:
@@ -93,7 +77,6 @@ HRESULT ToInteger(const VARIANT& source, LONGLONG lowest, LONGLONG highest, LONG
       value = source.boolVal;
       break;
     case VT_BSTR: {
-      if (TakePlainDigits(source.bstrVal, value)) break;
       NumberText number;
       const HRESULT status = ParseText(source.bstrVal, number);
       return FAILED(status) ? status : RoundToInteger(number, lowest, highest, value);
