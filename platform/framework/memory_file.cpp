@@ -14,11 +14,11 @@ CMemFile::CMemFile() noexcept = default;
 CMemFile::CMemFile(const void* bytes, UINT count) {
   if (count == 0) return;
   Reserve(count);
-  std::memcpy(m_bytes.get(), bytes, count);
+  std::memcpy(m_bytes, bytes, count);
   m_length = count;
 }
 
-CMemFile::~CMemFile() = default;
+CMemFile::~CMemFile() { FreeOsBlock(m_bytes, static_cast<std::size_t>(m_capacity)); }
 
 ULONGLONG CMemFile::GetPosition() const { return m_position; }
 
@@ -58,7 +58,7 @@ ULONGLONG CMemFile::Seek(LONGLONG offset, UINT from) {
 void CMemFile::SetLength(ULONGLONG length) {
   if (length > m_length) {
     Reserve(length);
-    std::memset(m_bytes.get() + m_length, 0, static_cast<std::size_t>(length - m_length));
+    std::memset(m_bytes + m_length, 0, static_cast<std::size_t>(length - m_length));
   }
   m_length = length;
 }
@@ -68,7 +68,7 @@ ULONGLONG CMemFile::GetLength() const { return m_length; }
 UINT CMemFile::Read(void* buffer, UINT count) {
   if (m_position >= m_length) return 0;
   const auto read = static_cast<UINT>(std::min<ULONGLONG>(count, m_length - m_position));
-  std::memcpy(buffer, m_bytes.get() + m_position, read);
+  std::memcpy(buffer, m_bytes + m_position, read);
   m_position += read;
   return read;
 }
@@ -78,9 +78,9 @@ void CMemFile::Write(const void* buffer, UINT count) {
   const ULONGLONG end = m_position + count;
   Reserve(end);
   if (m_position > m_length) {
-    std::memset(m_bytes.get() + m_length, 0, static_cast<std::size_t>(m_position - m_length));
+    std::memset(m_bytes + m_length, 0, static_cast<std::size_t>(m_position - m_length));
   }
-  std::memcpy(m_bytes.get() + m_position, buffer, count);
+  std::memcpy(m_bytes + m_position, buffer, count);
   m_position = end;
   m_length = std::max(m_length, end);
 }
@@ -90,15 +90,12 @@ void CMemFile::Reserve(ULONGLONG size) {
   if (size <= m_capacity) return;
   if (size > kMost) AfxThrowMemoryException();
   const ULONGLONG capacity = std::max(size, std::min(2 * m_capacity, kMost));
-  void* const bytes =
-      GrowOsBlock(m_bytes.get(), static_cast<std::size_t>(m_length), static_cast<std::size_t>(capacity));
+  void* const bytes = GrowOsBlock(m_bytes, static_cast<std::size_t>(m_length), static_cast<std::size_t>(m_capacity),
+                                  static_cast<std::size_t>(capacity));
   if (bytes == nullptr) AfxThrowMemoryException();
-  static_cast<void>(m_bytes.release());
-  m_bytes.reset(static_cast<BYTE*>(bytes));
+  m_bytes = static_cast<BYTE*>(bytes);
   m_capacity = capacity;
 }
-
-void CMemFile::Free::operator()(BYTE* bytes) const noexcept { FreeOsBlock(bytes); }
 
 void CMemFile::LockRange(ULONGLONG, ULONGLONG) { AfxThrowNotSupportedException(); }
 
@@ -110,4 +107,4 @@ void CMemFile::Flush() {}
 
 void CMemFile::Close() {}
 
-const BYTE* CMemFile::GetBytes() const noexcept { return m_bytes.get(); }
+const BYTE* CMemFile::GetBytes() const noexcept { return m_bytes; }

@@ -14,7 +14,7 @@ namespace ondrel::platform {
 
 /// A block that can grow. How many bytes it has is a matter of its own, so that two streams over it agree.
 struct GlobalBlock {
-  ~GlobalBlock() { FreeOsBlock(bytes); }
+  ~GlobalBlock() { FreeOsBlock(bytes, capacity); }
 
   std::byte* bytes = nullptr;
   std::size_t size = 0;
@@ -38,7 +38,7 @@ HRESULT Resize(GlobalBlock& block, ULONGLONG size, ULONGLONG zeroEnd) {
   if (newSize > block.capacity) {
     // Doubling makes a sequence of small writes linear.
     const std::size_t capacity = std::max({newSize, 2 * block.capacity, kFirstCapacity});
-    auto* const bytes = static_cast<std::byte*>(GrowOsBlock(block.bytes, block.size, capacity));
+    auto* const bytes = static_cast<std::byte*>(GrowOsBlock(block.bytes, block.size, block.capacity, capacity));
     if (bytes == nullptr) return E_OUTOFMEMORY;
     block.bytes = bytes;
     block.capacity = capacity;

@@ -19,14 +19,16 @@ void* Arena::AllocateBlock(std::size_t size) {
   // A piece that would fill much of a block gets one of its own, and the current block goes on being used.
   const bool hasOwnBlock = size > m_nextBlockSize / 4;
   const std::size_t blockSize = hasOwnBlock ? size : m_nextBlockSize;
-  m_blocks.push_back(std::make_unique_for_overwrite<std::byte[]>(blockSize));
-  std::byte* const block = m_blocks.back().get();
-  if (blockSize >= kLargeBlockSize) UseLargePages(block, blockSize);
+  auto* const block = static_cast<std::byte*>(GrowOsBlock(nullptr, 0, 0, blockSize));
+  if (block == nullptr) throw std::bad_alloc();
+  m_blocks.push_back(std::unique_ptr<std::byte[], FreeBlock>(block, FreeBlock{blockSize}));
   if (hasOwnBlock) return block;
   m_next = block + size;
   m_left = blockSize - size;
   m_nextBlockSize = std::min(2 * m_nextBlockSize, kLargestBlockSize);
   return block;
 }
+
+void Arena::FreeBlock::operator()(std::byte* block) const noexcept { FreeOsBlock(block, size); }
 
 }  // namespace ondrel::platform

@@ -51,7 +51,12 @@ class Arena {
  private:
   void* AllocateBlock(std::size_t size);
 
-  std::vector<std::unique_ptr<std::byte[]>> m_blocks;
+  struct FreeBlock {
+    void operator()(std::byte* block) const noexcept;
+    std::size_t size = 0;
+  };
+
+  std::vector<std::unique_ptr<std::byte[], FreeBlock>> m_blocks;  // see GrowOsBlock
   std::byte* m_next = nullptr;
   std::size_t m_left = 0;
   std::size_t m_nextBlockSize = kFirstBlockSize;

@@ -115,10 +115,7 @@ class FRAMEWORK_API CMemFile : public CFile {
   /// Makes room for `size` bytes, at least doubling it. What is behind the length is not initialised.
   void Reserve(ULONGLONG size);
 
-  struct Free {
-    void operator()(BYTE* bytes) const noexcept;
-  };
-  std::unique_ptr<BYTE[], Free> m_bytes;  ///< See GrowOsBlock.
+  BYTE* m_bytes = nullptr;  ///< Owned; see GrowOsBlock.
   ULONGLONG m_capacity = 0;
   ULONGLONG m_length = 0;
   ULONGLONG m_position = 0;
