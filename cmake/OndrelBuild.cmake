@@ -6,11 +6,30 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
-set(CMAKE_RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
-set(CMAKE_LIBRARY_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+# A project around this one says where programs go, so that they find their libraries beside them, and which warnings
+# end its build.
+foreach(kind RUNTIME LIBRARY)
+  if(PROJECT_IS_TOP_LEVEL OR NOT CMAKE_${kind}_OUTPUT_DIRECTORY)
+    set(CMAKE_${kind}_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+  endif()
+endforeach()
+if(PROJECT_IS_TOP_LEVEL)
+  add_compile_options(-Wall -Wextra -Werror)
+endif()
 
-add_compile_options(-Wall -Wextra -Werror)
+# ondrel_name_library(TARGET): the names of a library that hosts are linked with. Where libraries are found by their
+# names in folders that all programs share, these tell the versions that hosts may be run with, which are those of
+# OndrelConfigVersion.cmake; and each finds those that it needs beside itself, in the build as in the package. Were the
+# two paths of unlike length, the build's would be filled up with empty entries, and each of them is the folder that a
+# program is started in.
+function(ondrel_name_library target)
+  if(NOT WIN32)
+    set_target_properties(${target} PROPERTIES
+      VERSION ${PROJECT_VERSION} SOVERSION ${PROJECT_VERSION_MAJOR}.${PROJECT_VERSION_MINOR}
+      INSTALL_RPATH "$ORIGIN" BUILD_WITH_INSTALL_RPATH ON)
+  endif()
+endfunction()
 
 set(ONDREL_SANITIZE "" CACHE STRING "Sanitizers to build with, as the compiler names them (address,undefined or thread)")
 if(ONDREL_SANITIZE)

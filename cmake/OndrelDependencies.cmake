@@ -2,6 +2,16 @@
 
 if(WIN32)
   add_subdirectory(${CMAKE_CURRENT_LIST_DIR}/windows)
+  # Imported targets are known here and below alone: a project around this one does not take ours for its own.
+  foreach(dependency EXPAT::EXPAT=expat PNG::PNG=ondrel_png CLI11::CLI11=ondrel_cli11
+                     nlohmann_json::nlohmann_json=ondrel_json)
+    string(REPLACE "=" ";" names ${dependency})
+    list(POP_FRONT names name)
+    if(NOT TARGET ${name})
+      add_library(${name} INTERFACE IMPORTED)
+      target_link_libraries(${name} INTERFACE ${names})
+    endif()
+  endforeach()
 else()
   find_package(EXPAT 2.4 REQUIRED)  # from 2.4 on the parser bounds entity expansion by itself
   find_package(PNG 1.6 REQUIRED)

@@ -5,14 +5,10 @@
 #include <ondrel/platform/program.h>
 
 #include "program/file_beside.h"
+#include "program/file_fault.h"
 
 namespace ondrel::platform {
 namespace {
-
-[[noreturn]] void Throw(DWORD code, const CString& path) {
-  const auto osError = static_cast<LONG>(code);
-  AfxThrowFileException(CFileException::OsErrorToException(osError), osError, path);
-}
 
 /// Where the name of the file begins in a path.
 int NameStart(const CString& path) { return std::max(path.ReverseFind('\\'), path.ReverseFind('/')) + 1; }
@@ -26,7 +22,7 @@ CString FolderOf(const CString& path) {
 
 ReplacementFile::ReplacementFile(const CString& path) {
   FileBeside created;
-  if (const DWORD code = CreateFileBeside(path, created); code != ERROR_SUCCESS) Throw(code, path);
+  if (const DWORD code = CreateFileBeside(path, created); code != ERROR_SUCCESS) ThrowFileFault(code, path);
   m_target = std::move(created.place);
   m_temporary = std::move(created.name);
   m_open = created.file;
@@ -65,7 +61,7 @@ void ReplacementFile::Commit() {
       Close();
       code = ReplaceOsFile(m_temporary, m_target);
     }
-    if (code != ERROR_SUCCESS) Throw(code, m_strFileName);
+    if (code != ERROR_SUCCESS) ThrowFileFault(code, m_strFileName);
   } catch (...) {
     Discard();
     throw;

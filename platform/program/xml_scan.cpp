@@ -1,5 +1,5 @@
-// A scan of XML text that tells lines: the parser that loadXML has off Windows, with its elements reported as wide
-// strings.
+// A scan of XML text that tells lines: the parser that loadXML has off Windows, with what it finds reported as
+// wide strings.
 
 #include <ondrel/platform/xml_scan.h>
 
@@ -14,7 +14,7 @@ namespace ondrel::platform {
 
 namespace {
 
-class ScanSink final : public XmlElementSink {
+class ScanSink final : public XmlElementSink, public XmlPassageSink {
  public:
   explicit ScanSink(XmlScanHandler& handler) : m_handler(handler) {}
 
@@ -26,12 +26,20 @@ class ScanSink final : public XmlElementSink {
     for (const Attribute& attribute : attributes) {
       m_attributes.push_back({Wide(attribute.name), Wide(attribute.value)});
     }
+    m_isInText = false;
     m_handler.OnStartElement(Wide(name), m_attributes, Line());
   }
 
   void OnEndElement(std::string_view name) override {
     m_open.pop_back();
+    m_isInText = false;
     m_handler.OnEndElement(Wide(name), Line());
+  }
+
+  void OnPassage(XmlPassage passage) override {
+    const bool isText = passage == XmlPassage::text;
+    if (!(isText && m_isInText)) m_handler.OnPassage(passage, Line());
+    m_isInText = isText;
   }
 
   std::string OpenElement() const override { return m_open.empty() ? std::string() : m_open.back(); }
@@ -45,9 +53,9 @@ class ScanSink final : public XmlElementSink {
     return CString(m_units.data(), length);
   }
   int Line() const;
-
   XmlScanHandler& m_handler;
   const XmlTextParser* m_parser = nullptr;
+  bool m_isInText = false;          // what was reported last is text that may go on
   std::vector<std::string> m_open;  // the names of the elements that are open, outermost first
   std::vector<XmlScanHandler::Attribute> m_attributes;
   std::basic_string<WCHAR> m_units;
@@ -65,6 +73,7 @@ HRESULT ScanXml(const CString& text, XmlScanHandler& handler, XmlFault& fault) {
   ScanSink sink(handler);
   XmlTextParser parser(sink);
   sink.SetParser(parser);
+  parser.ReportPassages(sink);
   XmlTextFault found;
   if (parser.Parse(text.View(), found)) return S_OK;
   fault.line = IntLine(found.line);

@@ -145,6 +145,8 @@ struct XmlTextParser::Callbacks {
                                    int) {
     Run(user, [=](XmlTextParser& parser) {
       parser.m_hasDoctype = true;
+      parser.TellPassage(XmlPassage::documentType);
+      parser.m_isInDoctype = parser.m_passageSink != nullptr;
       if (systemId != nullptr || publicId != nullptr) parser.Refuse(kExternalDoctype);
     });
   }
@@ -155,6 +157,20 @@ struct XmlTextParser::Callbacks {
   static void XMLCALL AttributeDeclaration(void* user, const XML_Char*, const XML_Char*, const XML_Char*,
                                            const XML_Char*, int) {
     Run(user, [](XmlTextParser& parser) { parser.DeclareAttribute(); });
+  }
+  static void XMLCALL EndDoctype(void* user) {
+    Run(user, [](XmlTextParser& parser) { parser.m_isInDoctype = false; });
+  }
+  static void XMLCALL Text(void* user, const XML_Char* text, int length) {
+    const std::string_view piece(text, static_cast<std::size_t>(length));
+    if (std::all_of(piece.begin(), piece.end(), IsBlank)) return;
+    Run(user, [](XmlTextParser& parser) { parser.TellPassage(XmlPassage::text); });
+  }
+  static void XMLCALL Comment(void* user, const XML_Char*) {
+    Run(user, [](XmlTextParser& parser) { parser.TellPassage(XmlPassage::comment); });
+  }
+  static void XMLCALL Instruction(void* user, const XML_Char*, const XML_Char*) {
+    Run(user, [](XmlTextParser& parser) { parser.TellPassage(XmlPassage::instruction); });
   }
   static int XMLCALL ExternalEntity(XML_Parser, const XML_Char*, const XML_Char*, const XML_Char*, const XML_Char*) {
     return XML_STATUS_ERROR;  // never reached, since declarations are refused; should it be, nothing is opened
@@ -181,6 +197,14 @@ XmlTextParser::XmlTextParser(XmlElementSink& sink, XmlLayout layout)
 }
 
 XmlTextParser::~XmlTextParser() { XML_ParserFree(m_parser); }
+
+void XmlTextParser::ReportPassages(XmlPassageSink& sink) {
+  m_passageSink = &sink;
+  XML_SetCharacterDataHandler(m_parser, Callbacks::Text);
+  XML_SetCommentHandler(m_parser, Callbacks::Comment);
+  XML_SetProcessingInstructionHandler(m_parser, Callbacks::Instruction);
+  XML_SetEndDoctypeDeclHandler(m_parser, Callbacks::EndDoctype);
+}
 
 std::uint64_t XmlTextParser::Line() const { return m_linesBefore + XML_GetCurrentLineNumber(m_parser); }
 
@@ -289,6 +313,10 @@ void XmlTextParser::EndElement(const char* name) {
   ClosePrefixes();
   --m_depth;
   m_sink.OnEndElement(name);
+}
+
+void XmlTextParser::TellPassage(XmlPassage passage) {
+  if (m_passageSink != nullptr && !m_isInDoctype) m_passageSink->OnPassage(passage);
 }
 
 void XmlTextParser::OpenPrefixes() {

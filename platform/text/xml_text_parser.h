@@ -20,6 +20,7 @@
 
 #include <ondrel/platform/narrow_text_reader.h>
 #include <ondrel/platform/types.h>
+#include <ondrel/platform/xml_passage.h>
 
 struct XML_ParserStruct;
 
@@ -43,6 +44,16 @@ class XmlElementSink {
   ~XmlElementSink() = default;
 };
 
+/// Receives what a document has beside its elements; a run of text may come in several pieces. What is thrown stops the
+/// parsing and comes out of Parse.
+class XmlPassageSink {
+ public:
+  virtual void OnPassage(XmlPassage passage) = 0;
+
+ protected:
+  ~XmlPassageSink() = default;
+};
+
 /// Why a text is refused.
 struct XmlTextFault {
   std::uint64_t line = 0;  ///< From 1.
@@ -64,6 +75,9 @@ class XmlTextParser {
   XmlTextParser(const XmlTextParser&) = delete;
   XmlTextParser& operator=(const XmlTextParser&) = delete;
 
+  /// Has `sink` told of what else there is, too, which takes time. To be called before Parse.
+  void ReportPassages(XmlPassageSink& sink);
+
   /// True when the whole text is accepted. Otherwise `fault` says why; what was reported before stays reported. To be
   /// called once. Raises std::bad_alloc and what the sink raises.
   bool Parse(std::basic_string_view<WCHAR> text, XmlTextFault& fault);
@@ -84,6 +98,7 @@ class XmlTextParser {
   /// Tells why the text is refused, when it is; the result of the whole.
   bool Finish(bool accepted, XmlTextFault& fault);
   void StartElement(const char* name, const char** attributes);
+  void TellPassage(XmlPassage passage);
   void EndElement(const char* name);
   void DeclareEntity(bool external);
   void DeclareAttribute();
@@ -97,6 +112,7 @@ class XmlTextParser {
   void ClosePrefixes();
 
   XmlElementSink& m_sink;
+  XmlPassageSink* m_passageSink = nullptr;  // null unless it is asked for
   XmlLayout m_layout;
   XML_ParserStruct* m_parser;
   std::vector<XmlElementSink::Attribute> m_attributes;  // of the element that is being reported
@@ -110,6 +126,7 @@ class XmlTextParser {
   unsigned m_declaredAttributes = 0;  // likewise
   std::uint64_t m_defaultBytes = 0;   // that default values would have taken, had they been written
   bool m_hasDoctype = false;
+  bool m_isInDoctype = false;  // known only where passages are reported
   bool m_stopped = false;
   std::string m_refusal;  // the reason when it is this class that refuses, not the library
   std::uint64_t m_refusalLine = 0;

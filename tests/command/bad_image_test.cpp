@@ -66,6 +66,8 @@ TEST(BadImage, AnImageThatIsCutAnywhereIsRefused) {
         "console.img: it ends early, after " + std::to_string(length) + (length == 1 ? " byte, in " : " bytes, in "),
         "archive cause 3");
     EXPECT_EQ(RaisedStatus(image.substr(0, length)), "archive cause 3");
+    if (length % 25 != 1) continue;  // the same reading, which takes its time to start
+    ExpectFailure(folder.Run({"extract", kImageName, "-d", "out"}), "console.img: it ends early, ", "archive cause 3");
   }
   EXPECT_EQ(folder.Listing(), "console.img\n");
 }
@@ -132,6 +134,8 @@ TEST_P(BadImages, AreExplained) {
   EXPECT_EQ(RaisedStatus(bad.bytes), bad.status) << "raised by the library";
   ExpectFailure(folder.Run({"compile", kImageName, "-o", "new.img"}),
                 "console.img: it is no project file, which is XML text; ", "0x8007000D");
+  ExpectFailure(folder.Run({"extract", kImageName, "-d", "out"}), std::string("console.img: ") + bad.complaint,
+                bad.status);
   EXPECT_EQ(folder.Listing(), "console.img\n");
 }
 

@@ -22,7 +22,8 @@ TEST(CommandLine, HelpNamesTheCommandsAndTheExitCodes) {
   const CommandResult result = ProjectFolder().Run({"--help"});
   ExpectSuccess(result);
   for (const char* const part :
-       {"compile", "show", "icon", "strips", "Example", "Exit codes: 0 done, 1 failed, 2 wrong usage."}) {
+       {"compile", "check", "show", "diff", "extract", "report", "icon", "strips", "new", "add", "set", "move-down",
+        "remove", "completion", "man", "Example", "Exit codes: 0 done, 1 failed, 2 wrong usage."}) {
     EXPECT_THAT(result.output, HasSubstr(part));
   }
 }

@@ -8,6 +8,7 @@
 #include <gmock/gmock.h>
 
 #include "support/icon_bytes.h"
+#include "support/model/hand_bytes.h"
 #include "support/sanitizers.h"
 
 namespace ondrel::test {
@@ -40,6 +41,15 @@ std::string ChainProject(int nodes) {
   }
   for (int level = 0; level < nodes; ++level) text += "</Nodes></Node>";
   return text + "</NodeGroup></Project>";
+}
+
+std::string ChainImage(int nodes) {
+  std::string image = Long(1) + Long(1) + Count(1);  // versions of the set and of its records, top-level nodes
+  for (int level = 0; level < nodes; ++level) {
+    image += Cookie(level) + ShortText("n") + Cookie(0) + Long(0) + Count(0) + Cookie(0) + Count(0);
+    image += Count(level + 1 < nodes ? 1 : 0);
+  }
+  return image + Count(0) + Count(0) + Count(0) + Count(0);  // dialogs, icon files, code files from disk and memory
 }
 
 CommandLine ProjectFolder::Command(std::vector<std::string> arguments) const {

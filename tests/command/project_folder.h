@@ -29,6 +29,8 @@ inline constexpr std::size_t kLargeCodeFile = 300'000;  // bytes
 
 /// A project of nodes that are each the only child of the one before.
 std::string ChainProject(int nodes);
+/// An image of such nodes.
+std::string ChainImage(int nodes);
 /// Deep enough that recursion over the depth would end a program.
 inline constexpr int kDeepChain = kSanitized ? 20'000 : 100'000;
 

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "project_folder.h"
-#include "support/model/hand_bytes.h"
 
 namespace ondrel::test {
 namespace {
@@ -125,13 +124,7 @@ TEST(Show, ATreeOfAnyDepthIsShown) {
 
 TEST(Show, AnImageOfAnyDepthIsShown) {
   const ProjectFolder folder;
-  std::string image = Long(1) + Long(1) + Count(1);  // versions of the set and of its records, top-level nodes
-  for (int level = 0; level < kDeepChain; ++level) {
-    image += Cookie(level) + ShortText("n") + Cookie(0) + Long(0) + Count(0) + Cookie(0) + Count(0);
-    image += Count(level + 1 < kDeepChain ? 1 : 0);
-  }
-  image += Count(0) + Count(0) + Count(0) + Count(0);  // dialogs, icon files, code files from disk and from memory
-  folder.Write(kImageName, image);
+  folder.Write(kImageName, ChainImage(kDeepChain));
   const CommandResult drawn = folder.Show(kImageName);
   ExpectSuccess(drawn);
   EXPECT_THAT(drawn.output, HasSubstr("[level " + std::to_string(kDeepChain - 1) + "] └─ n"));

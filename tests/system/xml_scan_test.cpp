@@ -49,6 +49,37 @@ TEST(XmlScan, ReportsElementsWithTheirLines) {
   EXPECT_EQ(recorder.events, "2<a> 3<b x=1 y=2> 4</b> 6</a> ");
 }
 
+/// Tells what is no element, and the elements beside it.
+class PassageRecorder : public Recorder {
+ public:
+  void OnPassage(platform::XmlPassage passage, int line) override {
+    constexpr const char* kNames[] = {"text", "comment", "instruction", "type"};
+    events.append(std::to_string(line)).append(kNames[static_cast<int>(passage)]).append(" ");
+  }
+};
+
+std::string PassagesOf(const char* text) {
+  PassageRecorder recorder;
+  XmlFault fault;
+  EXPECT_EQ(ScanXml(CString(text), recorder, fault), S_OK) << fault.reason;
+  return recorder.events;
+}
+
+TEST(XmlScan, ReportsWhatIsNoElement) {
+  EXPECT_EQ(PassagesOf("<?xml version='1.0'?>\n<!-- c -->\n<?go on?><a>\n<!-- c\n-->\n <b/>\n</a>\n<!-- c -->"),
+            "2comment 3instruction 3<a> 4comment 6<b> 6</b> 7</a> 8comment ");
+}
+
+TEST(XmlScan, ReportsARunOfTextOnce) {
+  EXPECT_EQ(PassagesOf("<a>\n  \n x &amp; y\nz<![CDATA[ ]]><b/>\t<!-- c -->\n<![CDATA[<x>]]>&#65;</a>"),
+            "1<a> 3text 4<b> 4</b> 4comment 5text 5</a> ");
+}
+
+TEST(XmlScan, ReportsADocumentTypeAsAWhole) {
+  EXPECT_EQ(PassagesOf("<!DOCTYPE a [<!-- c --><?go on?>\n<!ENTITY b '<c/>text'>]>\n<a>&b;</a>"),
+            "1type 3<a> 3<c> 3</c> 3text 3</a> ");
+}
+
 TEST(XmlScan, CountsTheLinesBeforeTheDeclaration) {
   Recorder recorder;
   XmlFault fault;

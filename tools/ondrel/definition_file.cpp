@@ -7,7 +7,9 @@
 #include <vector>
 
 #include <ondrel/platform/program.h>
+#include <ondrel/platform/xml_references.h>
 
+#include "byte_order_marks.h"
 #include "image_inspector.h"
 #include "nameless_script.h"
 #include "printable.h"
@@ -19,30 +21,7 @@ constexpr UINT kReadingSize = 64 * 1024;
 constexpr std::size_t kSampleSize = 4096;                               // enough to tell the forms apart
 constexpr ULONGLONG kLargestProject = std::numeric_limits<int>::max();  // bytes; the library loads no longer text
 
-constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
-constexpr std::string_view kUtf16Mark = "\xFF\xFE";
-constexpr std::string_view kUtf16BigEndianMark = "\xFE\xFF";
 constexpr std::string_view kBlanks = " \t\r\n";
-
-/// Stores a code file as it is, a block at a time: nothing has to hold the whole of it. Raises CFileException.
-bool StoreAsItIs(const WCHAR* path, CVellum& archive, CMMCObjectSet::Transform, CMMCObjectSet::Variables) {
-  CFile file(path, CFile::modeRead | CFile::shareDenyWrite);
-  const ULONGLONG length = file.GetLength();
-  if (length > kLargestCodeFile) AfxThrowInvalidArgException();
-  archive << static_cast<DWORD>(length);
-  const auto blockSize = static_cast<UINT>(std::min<ULONGLONG>(length, kReadingSize));
-  const std::unique_ptr<char[]> block(new char[blockSize]);
-  for (ULONGLONG missing = length; missing > 0;) {
-    const UINT read = file.Read(block.get(), static_cast<UINT>(std::min<ULONGLONG>(missing, blockSize)));
-    // The file was cut while it was read; what is missing must not go into an image as something else.
-    if (read == 0) AfxThrowFileException(CFileException::endOfFile, -1, path);
-    archive.Write(block.get(), read);
-    missing -= read;
-  }
-  return true;
-}
-
-std::vector<char> KeepBytes(std::vector<char> bytes, const CMMCObjectSet::Variables&) { return bytes; }
 
 CMMCObjectSet::Transform KeepEveryFile(const WCHAR*) { return KeepBytes; }
 
@@ -139,16 +118,26 @@ void RequireEnd(const Definition& definition) {
   }
 }
 
-void LoadProject(Definition& definition) {
+void RequireProjectSize(const Definition& definition, ULONGLONG bytes) {
+  if (bytes <= kLargestProject) return;
+  throw Failure(definition.At(0), "it is too large for a project file; name another file", StatusText(E_OUTOFMEMORY));
+}
+
+void LoadProject(Definition& definition, const BeforeLoad& beforeLoad) {
   const CString path = platform::FullPath(platform::PathFromUtf8(definition.file));
   definition.folder = path.Left(path.ReverseFind('\\') + 1);
+  CMMCObjectSet::TransformFactory factory = KeepEveryFile;
+  if (beforeLoad != nullptr) {
+    factory = beforeLoad(definition);
+    RequireProjectSize(definition, definition.text.size());
+  }
   RequireEnd(definition);
   // The bytes that were looked at are the bytes that are loaded, whatever happens to the file meanwhile.
   CMemFile memory(definition.text.data(), static_cast<UINT>(definition.text.size()));
   CVellum archive(&memory, CArchive::load);
   archive.m_strFileName = path;
   try {
-    definition.set.SerializeProjectFile(archive, KeepEveryFile);
+    definition.set.SerializeProjectFile(archive, std::move(factory));
   } catch (const COleException& raised) {
     throw ExplainProjectLoad(definition, raised);
   }
@@ -170,27 +159,44 @@ void LoadObjectImage(Definition& definition, CFile& file) {
   }
 }
 
-void Load(Definition& definition, bool alsoImages) {
+/// Has `load` load what was read. Why it does not load goes to `refusal`, where there is one.
+template <class Load>
+void LoadOrTell(std::optional<Failure>* refusal, Load load) {
+  try {
+    load();
+  } catch (const Failure& failure) {
+    if (refusal == nullptr) throw;
+    *refusal = failure;
+  }
+}
+
+/// How a definition is read.
+struct Reading {
+  TextReading text = TextReading::utf8;
+  bool alsoImages = true;                     ///< Otherwise projects alone are wanted.
+  BeforeLoad beforeLoad = nullptr;            ///< Of a project.
+  std::optional<Failure>* refusal = nullptr;  ///< Takes why the definition does not load, which is raised otherwise.
+};
+
+void Load(Definition& definition, const Reading& reading) {
   CFile source;
   OpenForReading(source, definition.file);
   std::string bytes = ReadBytes(source, kSampleSize);
   if (bytes.empty()) {
     throw Failure(definition.At(0),
-                  alsoImages ? "the file is empty; name a project file or an object image"
+                  reading.alsoImages ? "the file is empty; name a project file or an object image"
                              : "the file is empty; name a project file",
                   StatusText(kInvalidData));
   }
   if (LooksLikeXml(bytes)) {
-    if (source.GetLength() > kLargestProject) {
-      throw Failure(definition.At(0), "it is too large for a project file; name another file",
-                    StatusText(E_OUTOFMEMORY));
-    }
+    RequireProjectSize(definition, source.GetLength());
     bytes += ReadBytes(source, std::string::npos);
-    definition.text = std::move(bytes);
-    LoadProject(definition);
-  } else if (alsoImages) {
+    definition.SetText(std::move(bytes), reading.text);
+    RequireProjectSize(definition, definition.text.size());  // references take more bytes than what they stand for
+    LoadOrTell(reading.refusal, [&] { LoadProject(definition, reading.beforeLoad); });
+  } else if (reading.alsoImages) {
     source.Seek(0, CFile::begin);
-    LoadObjectImage(definition, source);
+    LoadOrTell(reading.refusal, [&] { LoadObjectImage(definition, source); });
   } else {
     throw Failure(definition.At(0),
                   "it is no project file, which is XML text; name the file that an image is made from",
@@ -198,11 +204,11 @@ void Load(Definition& definition, bool alsoImages) {
   }
 }
 
-std::unique_ptr<Definition> Read(const std::string& file, bool alsoImages) {
+std::unique_ptr<Definition> Read(const std::string& file, const Reading& reading) {
   auto definition = std::make_unique<Definition>();
   definition->file = file;
   try {
-    Load(*definition, alsoImages);
+    Load(*definition, reading);
   } catch (const std::exception&) {
     throw CurrentFailure({file});
   }
@@ -211,11 +217,16 @@ std::unique_ptr<Definition> Read(const std::string& file, bool alsoImages) {
 
 }  // namespace
 
-Definition::Definition() : set(StoreAsItIs) {}
+Definition::Definition() : set(StoreCodeFile) {}
 
 const ProjectInspector& Definition::Project() const {
   if (!m_project) m_project.emplace(Decode(text), folder);
   return *m_project;
+}
+
+const CString& Definition::PlaceOf(const CString& path) const {
+  const auto place = codeFilePlaces.find(path);
+  return place == codeFilePlaces.end() ? path : place->second;
 }
 
 CString Definition::DisplayPath(const CString& path) const {
@@ -223,8 +234,48 @@ CString Definition::DisplayPath(const CString& path) const {
   return inFolder ? path.Mid(folder.GetLength()) : path;
 }
 
-std::unique_ptr<Definition> ReadProject(const std::string& file) { return Read(file, false); }
+void Definition::SetText(std::string bytes, TextReading reading) {
+  if (reading == TextReading::utf8) {
+    if (auto referenced = platform::ReferenceValues(bytes)) {
+      m_fileBytes = std::move(bytes);
+      text = std::move(*referenced);
+      return;
+    }
+  }
+  text = std::move(bytes);
+}
 
-std::unique_ptr<Definition> ReadDefinition(const std::string& file) { return Read(file, true); }
+void Definition::ReplaceText(std::string bytes) {
+  if (!m_fileBytes) m_fileBytes = std::move(text);
+  text = std::move(bytes);
+  m_project.reset();
+}
+
+std::unique_ptr<Definition> ReadProject(const std::string& file, TextReading reading, const BeforeLoad& beforeLoad) {
+  return Read(file, {reading, false, beforeLoad});
+}
+
+std::unique_ptr<Definition> ReadProjectText(const std::string& file, std::string text) {
+  auto definition = std::make_unique<Definition>();
+  definition->file = file;
+  try {
+    definition->SetText(std::move(text), TextReading::narrow);
+    RequireProjectSize(*definition, definition->text.size());
+    LoadProject(*definition, nullptr);
+  } catch (const std::exception&) {
+    throw CurrentFailure({file});
+  }
+  return definition;
+}
+
+std::unique_ptr<Definition> ReadDefinition(const std::string& file, TextReading reading) {
+  return Read(file, {reading});
+}
+
+InspectedDefinition InspectDefinition(const std::string& file, TextReading reading) {
+  InspectedDefinition inspected;
+  inspected.definition = Read(file, {reading, true, nullptr, &inspected.refusal});
+  return inspected;
+}
 
 }  // namespace ondrel::command

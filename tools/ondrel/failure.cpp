@@ -15,7 +15,7 @@ namespace {
 
 constexpr const char* kMemoryIsShort = "memory is short; close other programs";
 
-std::string Line(const Location& where, const std::string& explanation, const std::string& status) {
+std::string LineText(const Location& where, const std::string& explanation, const std::string& status) {
   std::string line;
   if (!where.file.empty()) line += PrintablePath(where.file) + ':';
   if (where.line > 0) line += std::to_string(where.line) + ':';
@@ -51,7 +51,7 @@ std::string ExplainDenied(const CString& path) {
 }  // namespace
 
 Failure::Failure(const Location& where, const std::string& explanation, const std::string& status)
-    : std::runtime_error(Line(where, explanation, status)) {}
+    : std::runtime_error(LineText(where, explanation, status)), m_line(where.line), m_explanation(explanation) {}
 
 std::string StatusText(HRESULT status) {
   char text[16];

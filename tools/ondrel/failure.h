@@ -3,6 +3,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <utility>
 
 #include <ondrel/platform/framework.h>
 
@@ -22,6 +23,21 @@ class Failure : public std::runtime_error {
  public:
   /// `explanation` reads "what is wrong; what to do"; `status` is a text of StatusText or CauseText.
   Failure(const Location& where, const std::string& explanation, const std::string& status);
+
+  int Line() const { return m_line; }
+  const std::string& Explanation() const { return m_explanation; }
+
+  /// What the command answers: kFailed unless it is another.
+  int Exit() const { return m_exit; }
+  Failure With(int exit) && {
+    m_exit = exit;
+    return std::move(*this);
+  }
+
+ private:
+  int m_line;
+  std::string m_explanation;
+  int m_exit = kFailed;
 };
 
 /// Data that is missing or malformed.

@@ -18,9 +18,10 @@ std::optional<ULONGLONG> SizeOnDisk(const CString& path) {
 
 }  // namespace
 
-std::vector<IconFile> ListIconFiles(const Definition& definition) {
+std::vector<IconFile> ListIconFiles(const Definition& definition, const std::set<__int64>* only) {
   std::vector<IconFile> files;
   for (const __int64 cookie : definition.set.GetIconFiles()) {
+    if (only != nullptr && !only->contains(cookie)) continue;
     const CMMCObjectIcon* icon = nullptr;
     if (!definition.set.GetIconFile(cookie, &icon)) continue;
     files.push_back(
@@ -29,9 +30,10 @@ std::vector<IconFile> ListIconFiles(const Definition& definition) {
   return files;
 }
 
-std::vector<CodeFile> ListCodeFiles(Definition& definition) {
+std::vector<CodeFile> ListCodeFiles(Definition& definition, const std::set<__int64>* only) {
   std::vector<CodeFile> files;
   for (const __int64 cookie : definition.set.GetCodeFiles()) {
+    if (only != nullptr && !only->contains(cookie)) continue;
     CodeFile file{cookie, std::nullopt, std::nullopt};
     std::vector<char> contents;
     CString path;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <optional>
+#include <set>
 #include <vector>
 
 #include "definition_file.h"
@@ -22,7 +23,8 @@ struct CodeFile {
       bytes;  ///< Of the contents in an image, or of the file on disk; none when it cannot be read.
 };
 
-std::vector<IconFile> ListIconFiles(const Definition& definition);
-std::vector<CodeFile> ListCodeFiles(Definition& definition);
+/// All of them, or those of `only` that are there.
+std::vector<IconFile> ListIconFiles(const Definition& definition, const std::set<__int64>* only = nullptr);
+std::vector<CodeFile> ListCodeFiles(Definition& definition, const std::set<__int64>* only = nullptr);
 
 }  // namespace ondrel::command

@@ -72,7 +72,8 @@ std::string ChoicesText(const IconFacts& facts) {
 
 }  // namespace
 
-void ShowIcon(const std::string& file, const std::optional<std::string>& place) {
+int ShowIcon(const IconRequest& request) {
+  const auto& [file, place] = request;
   const IconFacts facts = ReadIcon(file);
   std::string text = HeadText(file, facts.scan) + '\n' + OffersText(facts.scan) + '\n' + ChoicesText(facts);
   if (place) {
@@ -82,6 +83,7 @@ void ShowIcon(const std::string& file, const std::optional<std::string>& place) 
     text += '\n' + PrintablePath(*place) + ": " + SizeText(picture.width, picture.height) + " pixels\n";
   }
   WriteOutput(text);
+  return kDone;
 }
 
 }  // namespace ondrel::command

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 
 #include <ondrel/MMCObjectSet.h>
 
@@ -19,7 +20,14 @@ class NodeVisitor {
 
 /// Walks all nodes. The tree may be of any depth: the walk does not use the call stack for it.
 void WalkNodes(CMMCObjectSet& set, NodeVisitor& visitor);
+/// The same of one node, for which the depth is 0, and of what is below it. Nothing for a cookie that names none.
+void WalkSubtree(CMMCObjectSet& set, __int64 node, NodeVisitor& visitor);
 
 std::size_t CountNodes(CMMCObjectSet& set);
+std::size_t CountNodes(CMMCObjectSet& set, __int64 node);  ///< Of a subtree, with the node.
+
+/// The node that a node hangs on: RootNode for a top-level one. None for a cookie that the walk over all nodes does not
+/// come to, as a negative one and those below it.
+std::optional<__int64> FindParent(CMMCObjectSet& set, __int64 node);
 
 }  // namespace ondrel::command

@@ -25,7 +25,7 @@ std::vector<SourceFile> SourcesOf(const Definition& definition) {
     sources.push_back({*file.path, "icon file", file.spelling});
   }
   for (const ProjectFile& file : definition.Project().CodeFiles()) {
-    sources.push_back({*file.path, "code file", file.spelling});
+    sources.push_back({definition.PlaceOf(*file.path), "code file", file.spelling});
   }
   return sources;
 }
@@ -38,7 +38,7 @@ bool IsSource(const platform::FoundFile& file, Definition& definition) {
   cookies.splice(cookies.end(), definition.set.GetCodeFiles());
   return std::any_of(cookies.begin(), cookies.end(), [&](__int64 cookie) {
     CString path;
-    return definition.set.GetFilePath(cookie, path) && file.IsAt(path);
+    return definition.set.GetFilePath(cookie, path) && file.IsAt(definition.PlaceOf(path));
   });
 }
 

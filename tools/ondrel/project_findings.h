@@ -3,6 +3,7 @@
 
 #include <compare>
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -43,9 +44,11 @@ struct LoadOrder {
 struct Finding {
   LoadOrder order;
   int line = 0;
-  std::string explanation;  ///< What is wrong; what to do.
-  HRESULT status = S_OK;    ///< What the load raises for it.
-  bool endsNever = false;   ///< The load must not be tried: it would not come back.
+  const char* code = "";          ///< A name for programs, which stays the same: "attribute-missing".
+  std::optional<__int64> cookie;  ///< Of the record or file, where it is known.
+  std::string explanation;        ///< What is wrong; what to do.
+  HRESULT status = S_OK;          ///< What the load raises for it.
+  bool endsNever = false;         ///< The load must not be tried: it would not come back.
 };
 
 class ProjectFindings {
@@ -54,6 +57,8 @@ class ProjectFindings {
   /// Brings the findings into their order. To be called once, when all are there.
   void Sort();
 
+  /// In the order in which a load would meet them.
+  const std::vector<Finding>& All() const { return m_findings; }
   /// The first finding that a load would raise with `status`, or null.
   const Finding* First(HRESULT status) const;
   /// The first finding that forbids a load, or null.

@@ -13,8 +13,6 @@
 namespace ondrel::command {
 namespace {
 
-constexpr HRESULT kAlreadyExists = HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS);
-
 const platform::XmlScanHandler::Attribute* Find(const std::vector<platform::XmlScanHandler::Attribute>& attributes,
                                                 LPCTSTR name) {
   const auto found = std::find_if(attributes.begin(), attributes.end(),
@@ -28,16 +26,40 @@ std::string CookieText(const CString& value) {
   return value.GetLength() > kMostDigits ? Quoted(value) : Printable(value);
 }
 
-std::string InLine(int line) { return " in line " + std::to_string(line); }
+/// 0, or why a load takes the text for no cookie.
+HRESULT ParseCookie(const CString& text, __int64& cookie) {
+  CComVariant value(text);
+  const HRESULT status = value.ChangeType(VT_I8);
+  if (SUCCEEDED(status)) cookie = value.llVal;
+  return status;
+}
 
 }  // namespace
+
+using Inspector = ProjectInspector;
+const Inspector::ElementKind Inspector::kProject{_T("Project")};
+const Inspector::ElementKind Inspector::kNodeGroup{_T("NodeGroup")};
+const Inspector::ElementKind Inspector::kNodes{_T("Nodes")};
+const Inspector::ElementKind Inspector::kNode{_T("Node"), {_T("Cookie"), _T("Name"), _T("Icon"), _T("Type")}};
+const Inspector::ElementKind Inspector::kDialogGroup{_T("DialogGroup")};
+const Inspector::ElementKind Inspector::kDialog{_T("Dialog"), {_T("Cookie"), _T("Name"), _T("Icon"), _T("Type")}};
+const Inspector::ElementKind Inspector::kFileGroup{_T("FileGroup")};
+const Inspector::ElementKind Inspector::kIcon{_T("Icon"), {_T("Cookie"), _T("Name"), _T("Path")}};
+const Inspector::ElementKind Inspector::kFile{_T("File"), {_T("Cookie"), _T("Name"), _T("Path")}};
+const Inspector::ElementKind Inspector::kChildQueries{_T("ChildQueries")};
+const Inspector::ElementKind Inspector::kRenderQueries{_T("RenderQueries")};
+const Inspector::ElementKind Inspector::kQuery{_T("Query"), {_T("Tag"), _T("File")}};
+const Inspector::ElementKind Inspector::kScripts{_T("Scripts")};
+const Inspector::ElementKind Inspector::kScript{_T("Script"), {_T("File")}};
+const Inspector::ElementKind Inspector::kMenuScript{_T("MenuScript"), {_T("File")}};
+const Inspector::ElementKind Inspector::kStyleSheet{_T("StyleSheet"), {_T("File")}};
 
 ProjectInspector::ProjectInspector(const CString& text, CString folder) : m_folder(std::move(folder)) {
   platform::XmlFault fault;
   if (platform::ScanXml(text, *this, fault) != S_OK) m_fault = fault;
   FindTakenObjects();
-  FindTakenFiles(m_iconFiles, "icon file");
-  FindTakenFiles(m_codeFiles, "code file");
+  FindTakenFiles(m_contents.iconFiles, "icon file");
+  FindTakenFiles(m_contents.codeFiles, "code file");
   m_findings.Sort();
 }
 
@@ -49,93 +71,144 @@ int ProjectInspector::LineOfObject(__int64 cookie) const {
 void ProjectInspector::OnStartElement(const CString& name, const Attributes& attributes, int line) {
   if (m_open.empty()) {
     ReadRoot(name, line);
-    m_open.emplace_back();
+    m_open.push_back({Role::project, &kProject});
   } else {
     m_open.push_back(ReadChild(name, attributes, line));
   }
+  FindUnreadAttributes(m_open.back(), attributes, line);
 }
 
 void ProjectInspector::OnEndElement(const CString&, int) {
   const OpenElement closing = m_open.back();
   m_open.pop_back();
-  if (closing.role == Role::node || closing.role == Role::dialog) CloseRecord(m_records[closing.record]);
+  if (closing.role == Role::node || closing.role == Role::dialog) CloseRecord(closing.record);
+}
+
+void ProjectInspector::OnPassage(platform::XmlPassage passage, int line) {
+  if (m_open.empty()) {
+    m_leftovers.AddPassage({"the document", line}, passage);
+  } else if (m_open.back().role != Role::unread) {
+    m_leftovers.AddPassage(PlaceIn(m_open.back(), line), passage);
+  }
 }
 
 void ProjectInspector::ReadRoot(const CString& name, int line) {
-  if (name == _T("Project")) return;
-  Report({LoadOrder::kDocument}, line,
-         "the root element is " + Quoted(name) + "; a project's is \"Project\", with a capital P", kInvalidData);
+  if (name == kProject.name) return;
+  Report({{LoadOrder::kDocument},
+          line,
+          "root-element",
+          std::nullopt,
+          "the root element is " + Quoted(name) + "; a project's is \"Project\", with a capital P",
+          kInvalidData});
 }
 
 ProjectInspector::OpenElement ProjectInspector::ReadChild(const CString& name, const Attributes& attributes, int line) {
   // Groups are found at any depth, everything else only directly below its container.
-  if (name == _T("NodeGroup")) return {Role::nodes, ++m_groups, 0};
-  if (name == _T("DialogGroup")) return {Role::dialogs, ++m_groups, 0};
-  if (name == _T("FileGroup") && !m_sawFileGroup) {
-    m_sawFileGroup = true;
-    return {Role::files, ++m_groups, 0};
-  }
-  const OpenElement parent = m_open.back();
+  if (name == kNodeGroup.name) return {Role::nodes, &kNodeGroup, ++m_groups};
+  if (name == kDialogGroup.name) return {Role::dialogs, &kDialogGroup, ++m_groups};
+  if (name == kFileGroup.name) return ReadFileGroup(line);
+  OpenElement& parent = m_open.back();
+  const OpenElement leaf{Role::leaf, nullptr, parent.group, parent.record};
+  const auto leafOf = [&leaf](const ElementKind& kind) {
+    OpenElement element = leaf;
+    element.kind = &kind;
+    return element;
+  };
   switch (parent.role) {
     case Role::nodes:
-      if (name == _T("Node")) return ReadRecord(parent, false, attributes, line);
+      if (name == kNode.name) return ReadRecord(parent, false, attributes, line);
       break;
     case Role::dialogs:
-      if (name == _T("Dialog")) return ReadRecord(parent, true, attributes, line);
+      if (name == kDialog.name) return ReadRecord(parent, true, attributes, line);
       break;
     case Role::files:
-      if (name == _T("Icon") || name == _T("File")) ReadFile(name == _T("Icon"), attributes, line);
-      break;
+      if (name != kIcon.name && name != kFile.name) break;
+      ReadFile(name == kIcon.name, attributes, line);
+      return leafOf(name == kIcon.name ? kIcon : kFile);
     case Role::node:
-      if (name == _T("Nodes")) return {Role::nodes, parent.group, 0};
+      if (name == kNodes.name) return {Role::nodes, &kNodes, parent.group, parent.record};
       return ReadRecordChild(parent, name, attributes, line);
     case Role::dialog:
       return ReadRecordChild(parent, name, attributes, line);
     case Role::childQueries:
-      if (name == _T("Query")) ReadQuery(m_records[parent.record], LoadOrder::kChildQueries, attributes, line);
-      break;
     case Role::renderQueries:
-      if (name == _T("Query")) ReadQuery(m_records[parent.record], LoadOrder::kRenderQueries, attributes, line);
-      break;
+      if (name != kQuery.name) break;
+      ReadQuery(parent, attributes, line);
+      return leafOf(kQuery);
+    case Role::unusedQueries:
+      if (name != kQuery.name) break;
+      m_leftovers.AddView(PlaceOf(parent.record, line), kRenderQueries.name);
+      parent.role = Role::unread;
+      return {};
     case Role::scripts:
-      if (name == _T("Script")) ReadScript(m_records[parent.record], attributes, line);
+      if (name != kScript.name) break;
+      ReadScript(parent.record, attributes, line);
+      return leafOf(kScript);
+    case Role::project:
+    case Role::leaf:
       break;
     case Role::unread:
-      break;
+      return {};
   }
+  m_leftovers.AddElement(PlaceIn(parent, line), name);
   return {};
 }
 
+ProjectInspector::OpenElement ProjectInspector::ReadFileGroup(int line) {
+  if (m_fileGroupLine) {
+    m_leftovers.AddFileGroup(line, *m_fileGroupLine);
+    return {};
+  }
+  m_fileGroupLine = line;
+  return {Role::files, &kFileGroup, ++m_groups};
+}
+
 template <class Owner>
-std::optional<__int64> ProjectInspector::ReadCookie(LoadOrder order, const Owner& owner, const Attribute& attribute,
-                                                    int line) {
-  CComVariant value(attribute.value);
-  const HRESULT status = value.ChangeType(VT_I8);
-  if (SUCCEEDED(status)) return value.llVal;
-  Report(order, line,
-         std::string(owner()) + " has the " + Printable(attribute.name) + ' ' + Quoted(attribute.value) +
-             ", which is " +
-             (status == DISP_E_OVERFLOW ? "beyond 64 bits; give it a smaller number"
-                                        : "no whole number; give it decimal digits"),
-         status);
+std::optional<__int64> ProjectInspector::ReadCookie(LoadOrder order, std::optional<__int64> owner, const Owner& label,
+                                                    const Attribute& attribute, int line) {
+  __int64 cookie = 0;
+  const HRESULT status = ParseCookie(attribute.value, cookie);
+  if (SUCCEEDED(status)) return cookie;
+  Report({order, line, "number-malformed", owner,
+          std::string(label()) + " has the " + Printable(attribute.name) + ' ' + Quoted(attribute.value) +
+              ", which is " +
+              (status == DISP_E_OVERFLOW ? "beyond 64 bits; give it a smaller number"
+                                         : "no whole number; give it decimal digits"),
+          status});
   return std::nullopt;
 }
 
 ProjectInspector::OpenElement ProjectInspector::ReadRecordChild(const OpenElement& parent, const CString& name,
                                                                 const Attributes& attributes, int line) {
-  Record& record = m_records[parent.record];
-  if (name == _T("ChildQueries")) return {Role::childQueries, parent.group, parent.record};
-  if (name == _T("Scripts")) return {Role::scripts, parent.group, parent.record};
-  if (name == _T("RenderQueries") && record.hasView) return {Role::renderQueries, parent.group, parent.record};
-  // Of several elements of these two names the first is read.
-  if (name == _T("MenuScript") && !record.hasMenuScript) {
-    record.hasMenuScript = true;
-    ReadFileReference(record, LoadOrder::kMenuScript, name, attributes, line);
-  } else if (name == _T("StyleSheet") && record.hasView && !record.hasStyleSheet) {
-    record.hasStyleSheet = true;
-    ReadFileReference(record, LoadOrder::kStyleSheet, name, attributes, line);
+  RecordState& state = m_states[parent.record];
+  const auto element = [&parent](Role role, const ElementKind& kind) {
+    return OpenElement{role, &kind, parent.group, parent.record};
+  };
+  if (name == kChildQueries.name) return element(Role::childQueries, kChildQueries);
+  if (name == kScripts.name) return element(Role::scripts, kScripts);
+  if (name == kRenderQueries.name) {
+    return element(state.hasView ? Role::renderQueries : Role::unusedQueries, kRenderQueries);
   }
-  return {};
+  const bool isMenuScript = name == kMenuScript.name;
+  if (!isMenuScript && name != kStyleSheet.name) {
+    m_leftovers.AddElement(PlaceOf(parent.record, line), name);
+    return {};
+  }
+  if (!isMenuScript && !state.hasView) {
+    if (Find(attributes, _T("File")) == nullptr) return element(Role::leaf, kStyleSheet);
+    m_leftovers.AddView(PlaceOf(parent.record, line), name);
+    return {};
+  }
+  // Of several elements of these two names the first is read.
+  bool& isThere = isMenuScript ? state.hasMenuScript : state.hasStyleSheet;
+  if (isThere) {
+    m_leftovers.AddRepeated(PlaceOf(parent.record, line), name);
+    return {};
+  }
+  isThere = true;
+  ReadFileReference(parent.record, isMenuScript ? FileReference::Kind::menuScript : FileReference::Kind::styleSheet,
+                    attributes, line);
+  return element(Role::leaf, isMenuScript ? kMenuScript : kStyleSheet);
 }
 
 ProjectInspector::OpenElement ProjectInspector::ReadRecord(const OpenElement& parent, bool isDialog,
@@ -152,10 +225,13 @@ ProjectInspector::OpenElement ProjectInspector::ReadRecord(const OpenElement& pa
       {_T("Type"), LoadOrder::kType, "give it List, HTML or Dialog"},
   };
 
-  Record record;
-  record.order = {isDialog ? LoadOrder::kDialogs : LoadOrder::kNodes, parent.group, m_records.size()};
+  const std::size_t index = m_contents.records.size();
+  m_states.emplace_back();
+  ProjectRecord& record = m_contents.records.emplace_back();
+  record.order = {isDialog ? LoadOrder::kDialogs : LoadOrder::kNodes, parent.group, index};
   record.line = line;
   record.isDialog = isDialog;
+  record.parent = parent.record;
   record.label = isDialog ? "a dialog" : "a node";
   if (const Attribute* const cookie = Find(attributes, _T("Cookie")); cookie != nullptr) {
     record.label = (isDialog ? "dialog " : "node ") + CookieText(cookie->value);
@@ -165,155 +241,170 @@ ProjectInspector::OpenElement ProjectInspector::ReadRecord(const OpenElement& pa
     order.step = required.step;
     const Attribute* const attribute = Find(attributes, required.attribute);
     if (attribute == nullptr) {
-      Report(order, line,
-             record.label + " has no " + Printable(CString(required.attribute)) + " attribute; " + required.advice,
-             kInvalidData);
+      ReportRecord(
+          index, required.step, line, "attribute-missing",
+          record.label + " has no " + Printable(CString(required.attribute)) + " attribute; " + required.advice);
     } else if (required.step == LoadOrder::kCookie) {
       record.cookie = ReadCookie(
-          order, [&] { return isDialog ? "a dialog" : "a node"; }, *attribute, line);
+          order, std::nullopt, [&] { return isDialog ? "a dialog" : "a node"; }, *attribute, line);
     } else if (required.step == LoadOrder::kIcon) {
-      ReadCookie(
-          order, [&] { return record.label; }, *attribute, line);
+      const auto icon = ReadCookie(
+          order, record.cookie, [&] { return record.label; }, *attribute, line);
+      if (icon) m_contents.references.push_back({FileReference::Kind::icon, index, *icon, line});
     } else if (required.step == LoadOrder::kName) {
       record.name = attribute->value;
     } else {
-      const auto type = CMMCObjectParams::GetNodeType(attribute->value);
-      record.hasView = type == CMMCObjectParams::eHTML || type == CMMCObjectParams::eDialog;
+      record.type = CMMCObjectParams::GetNodeType(attribute->value);
+      m_states.back().hasView = record.type == CMMCObjectParams::eHTML || record.type == CMMCObjectParams::eDialog;
     }
   }
-  m_records.push_back(std::move(record));
-  return {isDialog ? Role::dialog : Role::node, parent.group, m_records.size() - 1};
+  return {isDialog ? Role::dialog : Role::node, isDialog ? &kDialog : &kNode, parent.group, index};
 }
 
-void ProjectInspector::ReadQuery(const Record& record, LoadOrder::Step step, const Attributes& attributes, int line) {
-  LoadOrder order = record.order;
-  order.step = step;
+void ProjectInspector::ReadQuery(const OpenElement& parent, const Attributes& attributes, int line) {
+  const bool isChildQuery = parent.role == Role::childQueries;
+  const LoadOrder::Step step = isChildQuery ? LoadOrder::kChildQueries : LoadOrder::kRenderQueries;
+  const ProjectRecord& record = m_contents.records[parent.record];
+  RecordState& state = m_states[parent.record];
+  const auto label = [&] { return "a Query of " + record.label; };
+  if (isChildQuery && record.type == CMMCObjectParams::eDialog && !state.hasLostQueries) {
+    state.hasLostQueries = true;
+    m_leftovers.AddChildQueries(PlaceOf(parent.record, line));
+  }
   if (Find(attributes, _T("Tag")) == nullptr) {
-    Report(order, line, "a Query of " + record.label + " has no Tag attribute; give it one", kInvalidData);
+    ReportRecord(parent.record, step, line, "attribute-missing", label() + " has no Tag attribute; give it one");
   }
-  if (const Attribute* const file = Find(attributes, _T("File")); file == nullptr) {
-    Report(order, line, "a Query of " + record.label + " has no File attribute; give it a code file's cookie",
-           kInvalidData);
-  } else {
-    ReadCookie(
-        order, [&] { return "a Query of " + record.label; }, *file, line);
+  const Attribute* const file = Find(attributes, _T("File"));
+  if (file == nullptr) {
+    ReportRecord(parent.record, step, line, "attribute-missing",
+                 label() + " has no File attribute; give it a code file's cookie");
+    return;
   }
-}
-
-void ProjectInspector::ReadFileReference(const Record& record, LoadOrder::Step step, const CString& name,
-                                         const Attributes& attributes, int line) {
   LoadOrder order = record.order;
   order.step = step;
+  const auto cookie = ReadCookie(order, record.cookie, label, *file, line);
+  const auto kind = isChildQuery ? FileReference::Kind::childQuery : FileReference::Kind::renderQuery;
+  if (cookie) m_contents.references.push_back({kind, parent.record, *cookie, line});
+}
+
+void ProjectInspector::ReadFileReference(std::size_t index, FileReference::Kind kind, const Attributes& attributes,
+                                         int line) {
   const Attribute* const file = Find(attributes, _T("File"));
   if (file == nullptr) return;
-  ReadCookie(
-      order, [&] { return "the " + Printable(name) + " of " + record.label; }, *file, line);
+  const bool isMenuScript = kind == FileReference::Kind::menuScript;
+  const ProjectRecord& record = m_contents.records[index];
+  LoadOrder order = record.order;
+  order.step = isMenuScript ? LoadOrder::kMenuScript : LoadOrder::kStyleSheet;
+  const auto label = [&] { return (isMenuScript ? "the MenuScript of " : "the StyleSheet of ") + record.label; };
+  const auto cookie = ReadCookie(order, record.cookie, label, *file, line);
+  if (cookie) m_contents.references.push_back({kind, index, *cookie, line});
 }
 
-void ProjectInspector::ReadScript(const Record& record, const Attributes& attributes, int line) {
+void ProjectInspector::ReadScript(std::size_t index, const Attributes& attributes, int line) {
+  RecordState& state = m_states[index];
+  const ProjectRecord& record = m_contents.records[index];
+  const Attribute* const file = Find(attributes, _T("File"));
   // A value that is no number makes the load skip the rest of the scripts without a word; no value at all makes it look
   // at this element for ever.
-  if (Find(attributes, _T("File")) != nullptr) return;
-  LoadOrder order = record.order;
-  order.step = LoadOrder::kScripts;
-  m_findings.Add(
-      {order, line,
-       "a Script of " + record.label +
-           " has no File attribute, and reading it would never end; give it a code file's cookie or remove it",
-       kInvalidData, true});
+  if (file == nullptr) {
+    LoadOrder order = record.order;
+    order.step = LoadOrder::kScripts;
+    Report({order, line, "script-without-file", record.cookie,
+            "a Script of " + record.label +
+                " has no File attribute, and reading it would never end; give it a code file's cookie or remove it",
+            kInvalidData, true});
+    return;
+  }
+  if (state.areScriptsCut) return;
+  __int64 cookie = 0;
+  if (SUCCEEDED(ParseCookie(file->value, cookie))) {
+    m_contents.references.push_back({FileReference::Kind::script, index, cookie, line});
+  } else {
+    state.areScriptsCut = true;
+    m_leftovers.AddScript(PlaceOf(index, line), file->value);
+  }
 }
 
-void ProjectInspector::CloseRecord(const Record& record) {
-  LoadOrder order = record.order;
-  if (!record.hasMenuScript) {
-    order.step = LoadOrder::kMenuScript;
-    Report(order, record.line, record.label + " has no MenuScript element; add <MenuScript/>", kInvalidData);
+void ProjectInspector::CloseRecord(std::size_t index) {
+  const ProjectRecord& record = m_contents.records[index];
+  const RecordState& state = m_states[index];
+  if (!state.hasMenuScript) {
+    ReportRecord(index, LoadOrder::kMenuScript, record.line, "element-missing",
+                 record.label + " has no MenuScript element; add <MenuScript/>");
   }
-  if (record.hasView && !record.hasStyleSheet) {
-    order.step = LoadOrder::kStyleSheet;
-    Report(order, record.line, record.label + " shows a view but has no StyleSheet element; add <StyleSheet/>",
-           kInvalidData);
+  if (state.hasView && !state.hasStyleSheet) {
+    ReportRecord(index, LoadOrder::kStyleSheet, record.line, "element-missing",
+                 record.label + " shows a view but has no StyleSheet element; add <StyleSheet/>");
   }
 }
 
 void ProjectInspector::ReadFile(bool isIcon, const Attributes& attributes, int line) {
-  std::vector<ProjectFile>& files = isIcon ? m_iconFiles : m_codeFiles;
+  std::vector<ProjectFile>& files = isIcon ? m_contents.iconFiles : m_contents.codeFiles;
   ProjectFile file;
   file.order = {isIcon ? LoadOrder::kIcons : LoadOrder::kCodeFiles, 0, files.size(), LoadOrder::kFileName};
   file.line = line;
 
   const Attribute* const cookie = Find(attributes, _T("Cookie"));
+  const Attribute* const name = Find(attributes, _T("Name"));
+  const Attribute* const path = Find(attributes, _T("Path"));
   const std::string kind = isIcon ? "icon file" : "code file";
-  if (const Attribute* const name = Find(attributes, _T("Name")); name != nullptr) {
+  if (name != nullptr) {
     file.spelling = name->value;
     file.path = m_folder + name->value;
-  } else if (const Attribute* const path = Find(attributes, _T("Path")); path != nullptr) {
+    file.isNamed = true;
+  } else if (path != nullptr) {
     file.spelling = path->value;
     file.path = path->value;
   } else {
     const std::string label = cookie == nullptr ? kind : kind + ' ' + CookieText(cookie->value);
-    Report(file.order, line, label + " has neither a Name nor a Path attribute; say where the file is", kInvalidData);
+    Report({file.order, line, "attribute-missing", std::nullopt,
+            label + " has neither a Name nor a Path attribute; say where the file is", kInvalidData});
   }
 
   const auto named = [&] { return kind + ' ' + Quoted(file.spelling); };
   file.order.step = LoadOrder::kFileCookie;
   if (cookie == nullptr) {
-    Report(file.order, line, named() + " has no Cookie attribute; give it a number of its own", kInvalidData);
+    Report({file.order, line, "attribute-missing", std::nullopt,
+            named() + " has no Cookie attribute; give it a number of its own", kInvalidData});
   } else {
     file.order.step = LoadOrder::kFileCookieNumber;
-    file.cookie = ReadCookie(file.order, named, *cookie, line);
+    file.cookie = ReadCookie(file.order, std::nullopt, named, *cookie, line);
   }
+  if (name != nullptr && path != nullptr) m_leftovers.AddPath({named(), line, file.cookie});
   file.order.step = LoadOrder::kIconImages;
   files.push_back(std::move(file));
 }
 
-void ProjectInspector::FindTakenObjects() {
-  std::vector<const Record*> records;
-  records.reserve(m_records.size());
-  for (const Record& record : m_records) records.push_back(&record);
-  std::sort(records.begin(), records.end(),
-            [](const Record* left, const Record* right) { return left->order < right->order; });
-
-  std::map<CString, int> dialogLines;
-  for (const Record* const record : records) {
-    if (!record->cookie) continue;
-    LoadOrder order = record->order;
-    order.step = LoadOrder::kInsert;
-    if (const auto [taken, isNew] = m_objectLines.try_emplace(*record->cookie, record->line); !isNew) {
-      Report(order, record->line,
-             record->label + " has the cookie of the node or dialog" + InLine(taken->second) + "; give it another",
-             kAlreadyExists);
-    }
-    if (!record->isDialog) continue;
-    if (const auto [taken, isNew] = dialogLines.try_emplace(record->name, record->line); !isNew) {
-      Report(order, record->line,
-             record->label + " has the name " + Quoted(record->name) + " of the dialog" + InLine(taken->second) +
-                 "; give it another",
-             kAlreadyExists);
-    }
+void ProjectInspector::FindUnreadAttributes(const OpenElement& element, const Attributes& attributes, int line) {
+  if (element.kind == nullptr) return;
+  const auto& known = element.kind->attributes;
+  for (const Attribute& attribute : attributes) {
+    const bool isKnown = std::any_of(known.begin(), known.end(),
+                                     [&](LPCTSTR name) { return name != nullptr && attribute.name == name; });
+    if (!isKnown) m_leftovers.AddAttribute(PlaceIn(element, line), attribute.name);
   }
 }
 
-void ProjectInspector::FindTakenFiles(const std::vector<ProjectFile>& files, const char* kind) {
-  std::map<CString, int> pathLines;
-  std::map<__int64, int> cookieLines;
-  for (const ProjectFile& file : files) {
-    if (!file.cookie || !file.path) continue;
-    LoadOrder order = file.order;
-    order.step = LoadOrder::kInsert;
-    const auto label = [&] { return std::string(kind) + ' ' + std::to_string(*file.cookie); };
-    if (const auto [taken, isNew] = pathLines.try_emplace(*file.path, file.line); !isNew) {
-      Report(order, file.line, label() + " names the same file as" + InLine(taken->second) + "; remove one of the two",
-             kAlreadyExists);
-    } else if (const auto [owner, isFirst] = cookieLines.try_emplace(*file.cookie, file.line); !isFirst) {
-      Report(order, file.line, label() + " has the cookie of the " + kind + InLine(owner->second) + "; give it another",
-             kAlreadyExists);
-    }
-  }
+LeftoverPlace ProjectInspector::PlaceIn(const OpenElement& element, int line) const {
+  if (element.role == Role::node || element.role == Role::dialog) return PlaceOf(element.record, line);
+  LeftoverPlace place{"the " + Printable(CString(element.kind->name)), line};
+  if (element.record == kNoRecord) return place;
+  const LeftoverPlace record = PlaceOf(element.record, line);
+  place.label += " of " + record.label;
+  place.cookie = record.cookie;
+  return place;
 }
 
-void ProjectInspector::Report(LoadOrder order, int line, std::string explanation, HRESULT status) {
-  m_findings.Add({order, line, std::move(explanation), status, false});
+LeftoverPlace ProjectInspector::PlaceOf(std::size_t record, int line) const {
+  return {m_contents.records[record].label, line, m_contents.records[record].cookie};
+}
+
+void ProjectInspector::ReportRecord(std::size_t index, LoadOrder::Step step, int line, const char* code,
+                                    std::string explanation) {
+  const ProjectRecord& record = m_contents.records[index];
+  LoadOrder order = record.order;
+  order.step = step;
+  Report({order, line, code, record.cookie, std::move(explanation), kInvalidData});
 }
 
 }  // namespace ondrel::command

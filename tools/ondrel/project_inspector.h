@@ -2,6 +2,7 @@
 // over.
 #pragma once
 
+#include <array>
 #include <map>
 #include <optional>
 #include <string>
@@ -10,18 +11,11 @@
 
 #include <ondrel/platform/xml_scan.h>
 
+#include "project_contents.h"
 #include "project_findings.h"
+#include "project_leftovers.h"
 
 namespace ondrel::command {
-
-/// An icon file or code file as the project names it.
-struct ProjectFile {
-  LoadOrder order;
-  int line = 0;
-  std::optional<__int64> cookie;  ///< None when it is missing or no number.
-  std::optional<CString> path;    ///< As the set files it, with the project's folder before a relative name.
-  CString spelling;               ///< As it stands in the project.
-};
 
 /// Reads project text by the rules of the library's load: which elements are read at all, in which order, and what
 /// makes a load fail or never end. The text is scanned once, at construction.
@@ -33,15 +27,20 @@ class ProjectInspector : private platform::XmlScanHandler {
   /// Why the text is no XML that a load accepts, when it is not.
   const std::optional<platform::XmlFault>& Fault() const { return m_fault; }
   const ProjectFindings& Findings() const { return m_findings; }
-  const std::vector<ProjectFile>& IconFiles() const { return m_iconFiles; }
-  const std::vector<ProjectFile>& CodeFiles() const { return m_codeFiles; }
+  const ProjectContents& Contents() const { return m_contents; }
+  const std::vector<ProjectFile>& IconFiles() const { return m_contents.iconFiles; }
+  const std::vector<ProjectFile>& CodeFiles() const { return m_contents.codeFiles; }
+  /// In the order of the text.
+  const std::vector<Leftover>& Leftovers() const { return m_leftovers.All(); }
   /// The line of the node or dialog with that cookie; 0 when there is none.
   int LineOfObject(__int64 cookie) const;
 
  private:
   /// What an open element is to the load.
   enum class Role {
-    unread,
+    unread,  ///< Told as a leftover, with all that is in it.
+    leaf,    ///< Its attributes alone are read.
+    project,
     nodes,  ///< A NodeGroup, or the Nodes of a node: its Node elements are read.
     node,
     dialogs,
@@ -49,61 +48,75 @@ class ProjectInspector : private platform::XmlScanHandler {
     files,  ///< The first FileGroup.
     childQueries,
     renderQueries,
+    unusedQueries,  ///< RenderQueries of a record without a view.
     scripts,
   };
 
-  /// A node or dialog.
-  struct Record {
-    LoadOrder order;
-    int line = 0;
-    std::string label;  ///< "node 5"
-    std::optional<__int64> cookie;
-    CString name;
-    bool isDialog = false;
+  /// An element that is read somewhere, and its attributes that are.
+  struct ElementKind {
+    LPCTSTR name;
+    std::array<LPCTSTR, 4> attributes{};
+  };
+  static const ElementKind kProject, kNodeGroup, kNodes, kNode, kDialogGroup, kDialog, kFileGroup, kIcon, kFile,
+      kChildQueries, kRenderQueries, kQuery, kScripts, kScript, kMenuScript, kStyleSheet;
+
+  /// What the walk has to know of a record besides.
+  struct RecordState {
     bool hasView = false;  ///< HTML and Dialog: a style sheet and render queries are read.
     bool hasMenuScript = false;
     bool hasStyleSheet = false;
+    bool hasLostQueries = false;  ///< They were told.
+    bool areScriptsCut = false;   ///< No further script is read.
   };
 
   struct OpenElement {
     Role role = Role::unread;
+    const ElementKind* kind = nullptr;  ///< Null where nothing is read.
     std::size_t group = 0;
-    std::size_t record = 0;  ///< The record that the element is or belongs to.
+    std::size_t record = kNoRecord;  ///< The record that the element is or belongs to.
   };
 
   using Attributes = std::vector<Attribute>;
 
   void OnStartElement(const CString& name, const Attributes& attributes, int line) override;
   void OnEndElement(const CString& name, int line) override;
+  void OnPassage(platform::XmlPassage passage, int line) override;
 
   void ReadRoot(const CString& name, int line);
   OpenElement ReadChild(const CString& name, const Attributes& attributes, int line);
+  OpenElement ReadFileGroup(int line);
   OpenElement ReadRecordChild(const OpenElement& parent, const CString& name, const Attributes& attributes, int line);
   OpenElement ReadRecord(const OpenElement& parent, bool isDialog, const Attributes& attributes, int line);
-  void ReadQuery(const Record& record, LoadOrder::Step step, const Attributes& attributes, int line);
-  void ReadFileReference(const Record& record, LoadOrder::Step step, const CString& name, const Attributes& attributes,
-                         int line);
-  void ReadScript(const Record& record, const Attributes& attributes, int line);
+  void ReadQuery(const OpenElement& parent, const Attributes& attributes, int line);
+  /// `index` is a record's, here and below.
+  void ReadFileReference(std::size_t index, FileReference::Kind kind, const Attributes& attributes, int line);
+  void ReadScript(std::size_t index, const Attributes& attributes, int line);
   void ReadFile(bool isIcon, const Attributes& attributes, int line);
-  void CloseRecord(const Record& record);
+  void CloseRecord(std::size_t index);
+  void FindUnreadAttributes(const OpenElement& element, const Attributes& attributes, int line);
+  LeftoverPlace PlaceIn(const OpenElement& element, int line) const;
+  LeftoverPlace PlaceOf(std::size_t record, int line) const;
 
   /// The number in an attribute, with a finding when it is none.
   template <class Owner>
-  std::optional<__int64> ReadCookie(LoadOrder order, const Owner& owner, const Attribute& attribute, int line);
+  std::optional<__int64> ReadCookie(LoadOrder order, std::optional<__int64> owner, const Owner& label,
+                                    const Attribute& attribute, int line);
   void FindTakenObjects();
   void FindTakenFiles(const std::vector<ProjectFile>& files, const char* kind);
-  void Report(LoadOrder order, int line, std::string explanation, HRESULT status);
+  void Report(Finding finding) { m_findings.Add(std::move(finding)); }
+  /// Reports what of a record is missing or malformed.
+  void ReportRecord(std::size_t index, LoadOrder::Step step, int line, const char* code, std::string explanation);
 
   CString m_folder;
   std::optional<platform::XmlFault> m_fault;
   ProjectFindings m_findings;
+  ProjectLeftovers m_leftovers;
   std::vector<OpenElement> m_open;
   std::size_t m_groups = 0;
-  bool m_sawFileGroup = false;
-  std::vector<Record> m_records;
+  std::optional<int> m_fileGroupLine;
+  ProjectContents m_contents;
+  std::vector<RecordState> m_states;  ///< One for each record.
   std::map<__int64, int> m_objectLines;
-  std::vector<ProjectFile> m_iconFiles;
-  std::vector<ProjectFile> m_codeFiles;
 };
 
 }  // namespace ondrel::command

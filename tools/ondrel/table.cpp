@@ -2,6 +2,9 @@
 #include "table.h"
 
 #include <algorithm>
+#include <string_view>
+
+#include "colours.h"
 
 namespace ondrel::command {
 namespace {
@@ -9,10 +12,17 @@ namespace {
 constexpr std::size_t kGap = 2;
 constexpr std::size_t kWidestAligned = 60;  // wider cells run over instead of pushing every other line aside
 
-/// Characters, each taken as one column wide.
-std::size_t Width(const std::string& utf8) {
+/// Characters, each taken as one column wide; colours take none.
+std::size_t Width(std::string_view utf8) {
   const auto isCharacter = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; };
-  return static_cast<std::size_t>(std::count_if(utf8.begin(), utf8.end(), isCharacter));
+  std::size_t width = 0;
+  while (!utf8.empty()) {
+    utf8.remove_prefix(ColourLength(utf8));
+    const std::string_view text = utf8.substr(0, utf8.find('\x1B', 1));
+    width += static_cast<std::size_t>(std::count_if(text.begin(), text.end(), isCharacter));
+    utf8.remove_prefix(text.size());
+  }
+  return width;
 }
 
 }  // namespace

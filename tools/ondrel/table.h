@@ -17,7 +17,7 @@ class Table {
 
   explicit Table(std::vector<Column> columns);
 
-  /// Cells in UTF-8, free of control characters; missing ones at the end are empty.
+  /// Cells in UTF-8, free of control characters but for colours; missing ones at the end are empty.
   void Add(std::vector<std::string> cells);
   /// The title line and the rows, two blanks between columns, nothing behind the last cell of a line.
   std::string Text() const;

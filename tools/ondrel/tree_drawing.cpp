@@ -4,10 +4,10 @@
 #include <set>
 #include <vector>
 
-#include "file_listing.h"
 #include "node_walk.h"
 #include "printable.h"
 #include "table.h"
+#include "used_files.h"
 
 namespace ondrel::command {
 namespace {
@@ -18,7 +18,7 @@ constexpr std::size_t kDeepestDrawn = 24;
 /// What to call the files that records refer to.
 class FileNames {
  public:
-  explicit FileNames(Definition& definition) : m_definition(definition) {
+  FileNames(Definition& definition, const Colours& colours) : m_definition(definition), m_colours(colours) {
     for (const __int64 cookie : definition.set.GetIconFiles()) m_icons.insert(cookie);
     for (const __int64 cookie : definition.set.GetCodeFiles()) m_codeFiles.insert(cookie);
   }
@@ -28,13 +28,14 @@ class FileNames {
 
  private:
   std::string Name(__int64 cookie, const std::set<__int64>& known) const {
-    if (!known.contains(cookie)) return std::to_string(cookie) + " (missing)";
+    if (!known.contains(cookie)) return m_colours.Missing(std::to_string(cookie) + " (missing)");
     CString path;
     if (m_definition.set.GetFilePath(cookie, path)) return Printable(m_definition.DisplayPath(path));
-    return std::to_string(cookie);
+    return m_colours.Cookie(std::to_string(cookie));
   }
 
   Definition& m_definition;
+  const Colours& m_colours;
   std::set<__int64> m_icons;
   std::set<__int64> m_codeFiles;
 };
@@ -70,19 +71,38 @@ std::string CodeFilesOf(const CMMCObjectParams& record, const FileNames& names) 
   return Joined(parts, "; ");
 }
 
-void AddRecord(const std::string& branches, const CMMCObjectParams& record, const FileNames& names, Table& table) {
-  table.Add({branches + Printable(record.GetName()), Printable(CMMCObjectParams::GetNodeTypeName(record.GetNodeType())),
-             std::to_string(record.GetCookie()), names.Icon(record.GetIcon()), CodeFilesOf(record, names)});
+/// What is drawn, and how.
+struct Drawing {
+  Drawing(Definition& drawn, const Colours& itsColours)
+      : definition(drawn), colours(itsColours), names(drawn, itsColours) {}
+
+  Definition& definition;
+  const Colours& colours;
+  FileNames names;
+};
+
+void AddRecord(const std::string& branches, const CMMCObjectParams& record, const Drawing& drawing, Table& table) {
+  const auto type = record.GetNodeType();
+  table.Add({branches + drawing.colours.Name(Printable(record.GetName()), type),
+             Printable(CMMCObjectParams::GetNodeTypeName(type)),
+             drawing.colours.Cookie(std::to_string(record.GetCookie())), drawing.names.Icon(record.GetIcon()),
+             CodeFilesOf(record, drawing.names)});
 }
 
-Table RecordTable(const char* title) { return Table({{title}, {"Type"}, {"Cookie"}, {"Icon"}, {"Files"}}); }
+Table RecordTable(const char* title, const Colours& colours) {
+  return Table({{colours.Title(title)},
+                {colours.Title("Type")},
+                {colours.Title("Cookie")},
+                {colours.Title("Icon")},
+                {colours.Title("Files")}});
+}
 
 class TreeDrawing : public NodeVisitor {
  public:
-  TreeDrawing(const FileNames& names, Table& table) : m_names(names), m_table(table) {}
+  TreeDrawing(const Drawing& drawing, Table& table) : m_drawing(drawing), m_table(table) {}
 
   void EnterNode(const CMMCObjectParams& node, std::size_t depth, bool isLast) override {
-    AddRecord(Branches(depth, isLast), node, m_names, m_table);
+    AddRecord(Branches(depth, isLast), node, m_drawing, m_table);
     m_isLast.push_back(isLast);
   }
   void LeaveNode(bool) override { m_isLast.pop_back(); }
@@ -100,57 +120,74 @@ class TreeDrawing : public NodeVisitor {
     return text + (isLast ? "└─ " : "├─ ");
   }
 
-  const FileNames& m_names;
+  const Drawing& m_drawing;
   Table& m_table;
   std::vector<bool> m_isLast;  ///< For each node above the next one.
 };
 
 std::string Section(const Table& table) { return '\n' + table.Text(); }
 
-std::string ImageText(const tagBITMAP& image) {
-  return SizeText(image.bmWidth, image.bmHeight) + ", " + std::to_string(image.bmBitsPixel) + " bit";
-}
-
 std::string PathText(const std::optional<CString>& path) { return path ? Printable(*path) : std::string(); }
 
-std::string NodesText(Definition& definition, const FileNames& names) {
-  if (definition.set.GetChildNodes(CMMCObjectSet::RootNode).empty()) return {};
-  Table table = RecordTable("Nodes");
-  TreeDrawing drawing(names, table);
-  WalkNodes(definition.set, drawing);
+/// The tree, or one node of it with what is below.
+std::string NodesText(const Drawing& drawing, std::optional<__int64> node) {
+  CMMCObjectSet& set = drawing.definition.set;
+  if (!node && set.GetChildNodes(CMMCObjectSet::RootNode).empty()) return {};
+  Table table = RecordTable("Nodes", drawing.colours);
+  TreeDrawing tree(drawing, table);
+  if (node) {
+    WalkSubtree(set, *node, tree);
+  } else {
+    WalkNodes(set, tree);
+  }
   return Section(table);
 }
 
-std::string DialogsText(Definition& definition, const FileNames& names) {
-  Table table = RecordTable("Dialogs");
-  const auto dialogs = definition.set.GetDialogs();
+std::string DialogsText(const Drawing& drawing) {
+  Table table = RecordTable("Dialogs", drawing.colours);
+  const auto dialogs = drawing.definition.set.GetDialogs();
   for (const __int64 cookie : dialogs) {
     CMMCObjectParams* dialog = nullptr;
-    if (definition.set.GetParams(cookie, dialog)) AddRecord("", *dialog, names, table);
+    if (drawing.definition.set.GetParams(cookie, dialog)) AddRecord("", *dialog, drawing, table);
   }
   return dialogs.empty() ? std::string() : Section(table);
 }
 
-std::string IconsText(const Definition& definition) {
-  const auto files = ListIconFiles(definition);
-  Table table({{"Icons", Table::Alignment::right}, {"Large"}, {"Small"}, {"Path"}});
+std::string IconsText(const std::vector<IconFile>& files, const Colours& colours) {
+  Table table({{colours.Title("Icons"), Table::Alignment::right},
+               {colours.Title("Large")},
+               {colours.Title("Small")},
+               {colours.Title("Path")}});
   for (const IconFile& file : files) {
-    table.Add({std::to_string(file.cookie), ImageText(file.large), ImageText(file.smallIcon), PathText(file.path)});
+    table.Add({colours.Cookie(std::to_string(file.cookie)), ImageText(file.large), ImageText(file.smallIcon),
+               PathText(file.path)});
   }
   return files.empty() ? std::string() : Section(table);
 }
 
-std::string CodeFilesText(Definition& definition) {
-  const auto files = ListCodeFiles(definition);
-  Table table({{"Code files", Table::Alignment::right}, {"Bytes", Table::Alignment::right}, {"Path"}});
+std::string CodeFilesText(const std::vector<CodeFile>& files, const Colours& colours) {
+  Table table({{colours.Title("Code files"), Table::Alignment::right},
+               {colours.Title("Bytes"), Table::Alignment::right},
+               {colours.Title("Path")}});
   for (const CodeFile& file : files) {
-    table.Add(
-        {std::to_string(file.cookie), file.bytes ? std::to_string(*file.bytes) : "unreadable", PathText(file.path)});
+    table.Add({colours.Cookie(std::to_string(file.cookie)), BytesText(file, colours), PathText(file.path)});
   }
   return files.empty() ? std::string() : Section(table);
 }
 
 }  // namespace
+
+std::string FormText(const Definition& definition) {
+  return PrintablePath(definition.file) + (definition.form == DefinitionForm::project ? ": project, " : ": image, ");
+}
+
+std::string ImageText(const tagBITMAP& image) {
+  return SizeText(image.bmWidth, image.bmHeight) + ", " + std::to_string(image.bmBitsPixel) + " bit";
+}
+
+std::string BytesText(const CodeFile& file, const Colours& colours) {
+  return file.bytes ? std::to_string(*file.bytes) : colours.Missing("unreadable");
+}
 
 std::string SummaryText(CMMCObjectSet& set) {
   return Counted(CountNodes(set), "node", "nodes") + ", " + Counted(set.GetDialogs().size(), "dialog", "dialogs") +
@@ -158,12 +195,22 @@ std::string SummaryText(CMMCObjectSet& set) {
          Counted(set.GetCodeFiles().size(), "code file", "code files");
 }
 
-std::string DrawingText(Definition& definition) {
-  const FileNames names(definition);
-  const char* const form = definition.form == DefinitionForm::project ? "project" : "image";
-  return PrintablePath(definition.file) + ": " + form + ", " + SummaryText(definition.set) + '\n' +
-         NodesText(definition, names) + DialogsText(definition, names) + IconsText(definition) +
-         CodeFilesText(definition);
+std::string DrawingText(Definition& definition, const Colours& colours) {
+  const Drawing drawing(definition, colours);
+  return FormText(definition) + SummaryText(definition.set) + '\n' + NodesText(drawing, std::nullopt) +
+         DialogsText(drawing) + IconsText(ListIconFiles(definition), colours) +
+         CodeFilesText(ListCodeFiles(definition), colours);
+}
+
+std::string SubtreeText(Definition& definition, __int64 node, const Colours& colours) {
+  const Drawing drawing(definition, colours);
+  const UsedFiles used = FilesOfSubtree(definition.set, node);
+  const auto icons = ListIconFiles(definition, &used.icons);
+  const auto codeFiles = ListCodeFiles(definition, &used.codeFiles);
+  return FormText(definition) + "subtree of node " + std::to_string(node) + ", " +
+         Counted(CountNodes(definition.set, node), "node", "nodes") + ", " + Counted(icons.size(), "icon", "icons") +
+         ", " + Counted(codeFiles.size(), "code file", "code files") + '\n' + NodesText(drawing, node) +
+         IconsText(icons, colours) + CodeFilesText(codeFiles, colours);
 }
 
 }  // namespace ondrel::command

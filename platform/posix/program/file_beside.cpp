@@ -7,11 +7,11 @@
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <random>
 #include <string>
 
 #include <ondrel/platform/program.h>
 
+#include "program/temporary_name.h"
 #include "system/descriptor.h"
 #include "system/native_path.h"
 
@@ -43,16 +43,9 @@ DWORD FollowLinks(std::string& path) {
 
 // A name for a file beside `target` that no other has.
 std::string TemporaryName(const std::string& target) {
-  constexpr char kDigits[] = "0123456789abcdef";
-  std::random_device random;
-  std::string suffix = ".";
-  for (int word = 0; word < 2; ++word) {
-    const unsigned bits = random();
-    for (int shift = 28; shift >= 0; shift -= 4) suffix += kDigits[(bits >> shift) & 0xF];
-  }
-  suffix += ".tmp";
+  const std::string ending = TemporaryEnding();
   const std::string folder = FolderOf(target);
-  return folder + "." + target.substr(folder.size(), NAME_MAX - 1 - suffix.size()) + suffix;
+  return folder + "." + target.substr(folder.size(), NAME_MAX - 1 - ending.size()) + ending;
 }
 
 // Gives a new file the owner and permissions of the one that it replaces, as far as the process may. Where it may not,

@@ -59,6 +59,12 @@ std::string PathToUtf8(const CString& path) {
   return bytes;
 }
 
+std::string PathForPrograms(const CString& path) {
+  CString text = path;
+  text.Replace('\\', '/');
+  return PathToUtf8(text);
+}
+
 bool CanReach(const CString& path) {
   const auto text = path.View();
   return !HasDriveLetter(text) && !text.starts_with(_T("\\\\"));

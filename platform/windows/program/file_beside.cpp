@@ -2,11 +2,11 @@
 #include "program/file_beside.h"
 
 #include <optional>
-#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "program/temporary_name.h"
 #include "system/system_path.h"
 
 namespace ondrel::platform {
@@ -70,16 +70,10 @@ class Inheritance {
 
 // A name for a file beside `place` that no other has.
 std::wstring TemporaryName(const std::wstring& place) {
-  constexpr wchar_t kDigits[] = L"0123456789abcdef";
-  std::random_device random;
-  std::wstring suffix = L".";
-  for (int word = 0; word < 2; ++word) {
-    const unsigned bits = random();
-    for (int shift = 28; shift >= 0; shift -= 4) suffix += kDigits[(bits >> shift) & 0xF];
-  }
-  suffix += L".tmp";
+  const std::string digits = TemporaryEnding();
+  const std::wstring ending(digits.begin(), digits.end());
   const std::size_t name = place.rfind(L'\\') + 1;
-  return place.substr(0, name) + L"." + place.substr(name, kLongestName - 1 - suffix.size()) + suffix;
+  return place.substr(0, name) + L"." + place.substr(name, kLongestName - 1 - ending.size()) + ending;
 }
 
 }  // namespace

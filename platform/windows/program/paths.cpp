@@ -35,6 +35,8 @@ std::string PathToUtf8(const CString& path) {
   return bytes;
 }
 
+std::string PathForPrograms(const CString& path) { return PathToUtf8(path); }
+
 CString FullPath(const CString& path) {
   if (path.IsEmpty() || !CanReach(path)) return path;
   std::wstring full;

@@ -1,18 +1,13 @@
 // What is at a path.
-#include <memory>
 #include <string>
 
 #include <ondrel/platform/program.h>
 
+#include "program/handle.h"
 #include "system/system_path.h"
 
 namespace ondrel::platform {
 namespace {
-
-struct HandleCloser {
-  void operator()(HANDLE handle) const noexcept { CloseHandle(handle); }
-};
-using UniqueHandle = std::unique_ptr<void, HandleCloser>;
 
 /// Opens what is there, or where it leads, to be asked about. Whoever has it open stays undisturbed.
 UniqueHandle OpenToAsk(const CString& path) {

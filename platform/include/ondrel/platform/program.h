@@ -3,6 +3,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <ondrel/platform/framework/file.h>
@@ -16,6 +17,11 @@ void PrepareProgram();
 /// The program's arguments, without its own name, in UTF-8. Where the system's arguments are plain bytes, bytes that
 /// are no UTF-8 stay as they are.
 std::vector<std::string> ProgramArguments(int argc, char** argv);
+
+enum class StandardStream { output, errors };
+/// Whether what the program prints there goes to a terminal. Where one has to be told that escape sequences mean
+/// something, it is told, and given back as it was when the program ends.
+bool IsTerminal(StandardStream stream);
 
 /// Makes the components of com.h and xml.h usable on this thread while it lives. Raises COleException.
 class ComponentScope {
@@ -31,6 +37,9 @@ class ComponentScope {
 /// are encoded like any other character and bytes that are no UTF-8 become U+FFFD.
 CString PathFromUtf8(const std::string& path);
 std::string PathToUtf8(const CString& path);
+
+/// A path as other programs of this system take it, in UTF-8: where they separate folders with "/" alone, so does it.
+std::string PathForPrograms(const CString& path);
 
 /// What is at a path, or where it leads as a link. A device or a pipe is something else; a place that cannot be looked
 /// at counts as nothing.
@@ -105,6 +114,38 @@ class ReplacementFile : public CFile {
   std::intptr_t m_open = -1;  ///< The system's handle of the file, for as long as the file is open.
   ULONGLONG m_written = 0;    ///< Bytes so far, from the start of the file.
   ULONGLONG m_begun = 0;      ///< Of these, how many are on their way to the disk already.
+  bool m_committed = false;
+};
+
+/// A folder that takes its place only when it is complete. It is made beside the place that `path` names, under a name
+/// of its own (".<16 digits>.tmp"); Commit puts it there in one step, on Windows in two where an empty folder is
+/// replaced. Without Commit it is removed, with all that was made by it, and the place stays as it was; a process that
+/// is ended meanwhile leaves it behind under its own name. Failures raise CFileException: with the code ERROR_NOT_EMPTY
+/// when the place is a folder that holds anything, with ERROR_FILE_EXISTS when it is anything else, a link too.
+class NewFolder {
+ public:
+  explicit NewFolder(const CString& path);
+  ~NewFolder();
+  NewFolder(const NewFolder&) = delete;
+  NewFolder& operator=(const NewFolder&) = delete;
+
+  // Names are relative to the folder, with `\` between their parts.
+
+  /// Where something of that name is, until Commit; from the root, with `\` between its parts.
+  CString PathOf(const CString& name) const { return m_temporary + _T("\\") + name; }
+  void MakeFolder(const CString& name);
+  void WriteFile(const CString& name, std::string_view bytes);  ///< A file that is there is written anew.
+  void Commit();
+
+ private:
+  struct Entry {
+    CString name;
+    bool isFolder = false;
+  };
+
+  CString m_place;
+  CString m_temporary;
+  std::vector<Entry> m_entries;  ///< In the order in which they were made.
   bool m_committed = false;
 };
 

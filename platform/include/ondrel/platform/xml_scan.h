@@ -5,6 +5,7 @@
 #include <vector>
 
 #include <ondrel/platform/framework/string.h>
+#include <ondrel/platform/xml_passage.h>
 
 namespace ondrel::platform {
 
@@ -19,6 +20,8 @@ class XmlScanHandler {
   virtual ~XmlScanHandler() = default;
   virtual void OnStartElement(const CString& name, const std::vector<Attribute>& attributes, int line) = 0;
   virtual void OnEndElement(const CString& name, int line) = 0;
+  /// A run of text is told once, where it begins to be more than blanks.
+  virtual void OnPassage(XmlPassage /*passage*/, int /*line*/) {}
 };
 
 struct XmlFault {
@@ -26,7 +29,7 @@ struct XmlFault {
   std::string reason;  ///< In UTF-8, for people, without a closing stop.
 };
 
-/// Reads XML text with the same rules as loadXML and reports its elements in document order. S_OK, or S_FALSE for text
+/// Reads XML text with the same rules as loadXML and reports what it has in document order. S_OK, or S_FALSE for text
 /// that loadXML refuses, with the reason in `fault`; what was reported before stays reported.
 HRESULT ScanXml(const CString& text, XmlScanHandler& handler, XmlFault& fault);
 

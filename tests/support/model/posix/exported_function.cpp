@@ -9,8 +9,8 @@ namespace ondrel::test {
 
 void* ExportedFunction(const char* name) {
   const auto close = [](void* library) { dlclose(library); };
-  const std::unique_ptr<void, decltype(close)> library(dlopen("libondrel.so", RTLD_LAZY | RTLD_NOLOAD), close);
-  if (library == nullptr) throw std::runtime_error("libondrel.so is not loaded");
+  const std::unique_ptr<void, decltype(close)> library(dlopen(ONDREL_LIBRARY, RTLD_LAZY | RTLD_NOLOAD), close);
+  if (library == nullptr) throw std::runtime_error(ONDREL_LIBRARY " is not loaded");
   return dlsym(library.get(), name);
 }
 

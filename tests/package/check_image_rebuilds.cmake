@@ -1,0 +1,88 @@
+# When ondrel_add_image makes an image anew, and when not, with Ninja and with makefiles. image/CMakeLists.txt is built
+# beside a copy of the example, in a folder whose name has a blank.
+include(${CMAKE_CURRENT_LIST_DIR}/package_check.cmake)
+
+# contents(FILE VARIABLE): the file's bytes.
+function(contents file variable)
+  file(READ ${file} bytes HEX)
+  set(${variable} "${bytes}" PARENT_SCOPE)
+endfunction()
+
+# expect_rebuilt(WHY YES_OR_NO [ARGUMENT...]): builds after a change, which the arguments tell the command file(), and tells
+# by the image's contents, which are put aside before, whether it was made anew; then they are what the command makes.
+macro(expect_rebuilt why wanted)
+  file(RENAME ${image} ${image}.aside)
+  file(WRITE ${image} "not an image")  # newer than everything that it is made from, but for what the caller changes
+  set(change ${ARGN})
+  if(change)
+    run(${CMAKE_COMMAND} -E sleep 0.1)  # times of files come in steps, and makefiles compare nothing else
+    file(${change})
+  endif()
+  run(${CMAKE_COMMAND} --build ${build})
+  contents(${image} bytes)
+  string(HEX "not an image" untouched)
+  set(is_rebuilt YES)
+  if(bytes STREQUAL untouched)
+    set(is_rebuilt NO)
+    file(RENAME ${image}.aside ${image})
+  else()
+    run(${command} compile ${console}/disk-console.xml -o direct.img)
+    contents(${work}/direct.img direct)
+    expect("${generator}: after ${why} the image is" "${bytes}" "${direct}")
+  endif()
+  expect("${generator}: after ${why} the image is made anew" ${is_rebuilt} ${wanted})
+endmacro()
+
+foreach(generator Ninja "Unix Makefiles")
+  set(project "${work}/${generator} project")
+  set(build ${project}/build)
+  set(image ${build}/images/plain.img)
+  set(console ${project}/console)
+  file(COPY ${CMAKE_CURRENT_LIST_DIR}/image/ DESTINATION ${project})
+  file(COPY ${SOURCE}/examples/disk-console/ DESTINATION ${console})
+  file(READ ${console}/disk-console.xml text)
+  string(REPLACE "Name=\"icons\\" "Path=\"C:\\icons\\" text "${text}")
+  file(WRITE ${console}/absolute.xml "${text}")
+
+  run(${CMAKE_COMMAND} -G ${generator} -S ${project} -B ${build} ${in_package} ${settings})
+  run(${CMAKE_COMMAND} --build ${build})
+  if(NOT EXISTS ${image})
+    message(FATAL_ERROR "${generator}: there is no image:\n${output}")
+  endif()
+
+  expect_rebuilt("nothing" NO)
+  expect_rebuilt("a code file's change" YES APPEND ${console}/scripts/watch.js "// changed\n")
+  string(HEX "// changed\n" change)
+  string(FIND "${bytes}" "${change}" place)
+  if(place EQUAL -1)
+    message(FATAL_ERROR "${generator}: the image has the code file's old bytes")
+  endif()
+  expect_rebuilt("an icon's touch" YES TOUCH ${console}/icons/disk.ico)
+  expect_rebuilt("the project's touch" YES TOUCH ${console}/disk-console.xml)
+  expect_rebuilt("the touch of a file that is no part of it" NO TOUCH ${console}/README.md)
+
+  # What fails leaves the old image, and says why; then all is well again.
+  contents(${image} before)
+  file(RENAME ${console}/queries/events.xml ${console}/queries/away.xml)
+  try(${CMAKE_COMMAND} --build ${build})
+  if(status EQUAL 0 OR NOT output MATCHES "events\\.xml")
+    message(FATAL_ERROR "${generator}: without a code file the build gave ${status}:\n${output}")
+  endif()
+  contents(${image} after)
+  expect("${generator}: after a failure the image is" "${after}" "${before}")
+  file(RENAME ${console}/queries/away.xml ${console}/queries/events.xml)
+  run(${CMAKE_COMMAND} --build ${build})
+
+  # What the options do. Paths are no part of an image.
+  contents(${image} plain)
+  contents(${build}/mapped.img mapped)
+  expect("${generator}: the image with mapped paths is" "${mapped}" "${plain}")
+  if(NOT ENDING)
+    contents(${build}/filtered.img filtered)
+    string(HEX "function BuildM;enu(menu)" filter)
+    string(FIND "${filtered}" "${filter}" place)
+    if(place EQUAL -1)
+      message(FATAL_ERROR "${generator}: the filter's bytes are not in the image")
+    endif()
+  endif()
+endforeach()

@@ -1,0 +1,22 @@
+# The example's host, built with the compiler and what pkg-config says, and nothing else.
+include(${CMAKE_CURRENT_LIST_DIR}/package_check.cmake)
+
+set(ENV{PKG_CONFIG_LIBDIR} ${package}/lib/pkgconfig)
+run(pkg-config --modversion ondrel)
+string(REGEX MATCH "[0-9.]+" version "${ARCHIVE}")
+expect("pkg-config's version is" "${output}" "${version}\n")
+run(pkg-config --variable=command ondrel)
+string(STRIP "${output}" told)
+run(${RUNNER} ${told} compile ${SOURCE}/examples/disk-console/disk-console.xml -o disk-console.img)
+
+run(pkg-config --cflags --libs ondrel)
+separate_arguments(flags UNIX_COMMAND "${output}")
+file(GLOB sources ${SOURCE}/examples/host/*.cpp)
+run(${COMPILER} -std=c++20 -D "HOST_FILES=\"${SOURCE}/examples/host/backups\"" ${sources} -o disk_host${ENDING} ${flags})
+if(ENDING)
+  file(GLOB libraries ${package}/bin/*.dll)
+  file(COPY ${libraries} DESTINATION ${work})
+  run_host(${work}/disk_host${ENDING} disk-console.img ${RUNNER})
+else()
+  run_host(${work}/disk_host disk-console.img ${CMAKE_COMMAND} -E env LD_LIBRARY_PATH=${package}/lib)
+endif()

@@ -1,0 +1,47 @@
+// Records and the values in them.
+#include "json_values.h"
+
+#include <utility>
+
+namespace ondrel::command {
+namespace {
+
+Json QueriesJson(const CMMCObjectParams::QueryList& queries) {
+  Json list = Json::array();
+  for (const auto& [tag, file] : queries) list.push_back({{"tag", platform::ToUtf8(tag)}, {"file", CookieJson(file)}});
+  return list;
+}
+
+}  // namespace
+
+Json CookieJson(__int64 cookie) { return std::to_string(cookie); }
+
+Json PathJson(const std::optional<CString>& path) { return path ? Json(platform::ToUtf8(*path)) : Json(); }
+
+Json RecordJson(const CMMCObjectParams& record) {
+  Json scripts = Json::array();
+  for (const __int64 script : record.GetScripts()) scripts.push_back(CookieJson(script));
+  return {{"cookie", CookieJson(record.GetCookie())},
+          {"name", platform::ToUtf8(record.GetName())},
+          {"type", platform::ToUtf8(CMMCObjectParams::GetNodeTypeName(record.GetNodeType()))},
+          {"icon", CookieJson(record.GetIcon())},
+          {"childQueries", QueriesJson(record.GetChildQueries())},
+          {"renderQueries", QueriesJson(record.GetRenderQueries())},
+          {"menuScript", CookieJson(record.GetMenuScript())},
+          {"scripts", std::move(scripts)},
+          {"styleSheet", CookieJson(record.GetStyleSheet())}};
+}
+
+std::string JsonLine(const Json& value) { return value.dump(-1, ' ', true, Json::error_handler_t::replace); }
+
+JsonArrayWriter::JsonArrayWriter(std::string& out, const char* name) : m_out(out) {
+  m_out += std::string(",\n\"") + name + "\":[";
+}
+
+void JsonArrayWriter::Add(const Json& value) {
+  if (!m_isFirst) m_out += ',';
+  m_isFirst = false;
+  m_out += '\n' + JsonLine(value);
+}
+
+}  // namespace ondrel::command
