@@ -47,7 +47,7 @@ TEST(Report, SaysInOneLineWhatThePageShows) {
   WriteReported(folder);
   const CommandResult result = RunReport(folder, kProjectName);
   ExpectSuccess(result);
-  EXPECT_THAT(result.output, testing::StartsWith("page.html: 4 nodes, 1 dialog, 1 icon file, 2 code files, "));
+  EXPECT_THAT(result.output, testing::StartsWith("page.html: 4 nodes, 1 dialog, 1 icon, 2 code files, "));
   EXPECT_THAT(result.output, testing::AnyOf(testing::EndsWith(" finding\n"), testing::EndsWith(" findings\n")));
   EXPECT_EQ(std::count(result.output.begin(), result.output.end(), '\n'), 1);
   EXPECT_EQ(folder.Listing(), "a.js\nconsole.xml\nicons\nicons/top.ico\npage.html\n");
@@ -160,7 +160,7 @@ TEST(Report, AnEmptyDefinitionHasEmptyListsAndNoStrips) {
   folder.WriteProject("<Project/>");
   const CommandResult result = RunReport(folder, kProjectName);
   ExpectSuccess(result);
-  EXPECT_EQ(result.output, "page.html: 0 nodes, 0 dialogs, 0 icon files, 0 code files, 0 findings\n");
+  EXPECT_EQ(result.output, "page.html: 0 nodes, 0 dialogs, 0 icons, 0 code files, 0 findings\n");
   const json expected = {{"file", "console.xml"},
                          {"form", "project"},
                          {"limits", {{"fileBytes", 262'144}, {"allBytes", 16'777'216}}},

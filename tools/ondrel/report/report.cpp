@@ -7,12 +7,12 @@
 #include <ondrel/platform/program.h>
 
 #include "check/remark.h"
-#include "node_walk.h"
 #include "output.h"
 #include "output_place.h"
 #include "printable.h"
 #include "report/page.h"
 #include "report/report_data.h"
+#include "tree_drawing.h"
 
 namespace ondrel::command {
 namespace {
@@ -38,14 +38,6 @@ void WritePage(const std::string& place, std::string_view data) {
   }
 }
 
-std::string Summary(Definition& definition, std::size_t findings) {
-  CMMCObjectSet& set = definition.set;
-  return Counted(CountNodes(set), "node", "nodes") + ", " + Counted(set.GetDialogs().size(), "dialog", "dialogs") +
-         ", " + Counted(set.GetIconFiles().size(), "icon file", "icon files") + ", " +
-         Counted(set.GetCodeFiles().size(), "code file", "code files") + ", " +
-         Counted(findings, "finding", "findings");
-}
-
 }  // namespace
 
 int WriteReport(const ReportRequest& request) {
@@ -53,7 +45,8 @@ int WriteReport(const ReportRequest& request) {
   RequirePlace(request.page, "the report", *definition);
   const std::vector<Remark> remarks = RemarksOn(*definition);
   WritePage(request.page, ReportData(*definition, remarks));
-  WriteOutput(PrintablePath(request.page) + ": " + Summary(*definition, remarks.size()) + '\n');
+  WriteOutput(PrintablePath(request.page) + ": " + SummaryText(definition->set) + ", " +
+              Counted(remarks.size(), "finding", "findings") + '\n');
   return kDone;
 }
 
