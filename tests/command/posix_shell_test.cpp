@@ -65,6 +65,9 @@ TEST(BashCompletion, OffersCommandsOptionsFilesAndWords) {
   EXPECT_THAT(BashOffers("completion z"), ElementsAre("zsh"));
   EXPECT_THAT(BashOffers("man -d ''"), ElementsAre("out"));
   EXPECT_THAT(BashOffers("strips --key ''"), ElementsAre());
+  EXPECT_THAT(BashOffers("add ''"), ElementsAre("node", "dialog", "icon", "code"));
+  EXPECT_THAT(BashOffers("add node --par"), ElementsAre("--parent"));
+  EXPECT_THAT(BashOffers("add node --type h"), ElementsAre("html"));
 }
 
 /// What fish offers for a line; behind each a tab and what it is.
@@ -82,6 +85,9 @@ TEST(FishCompletion, OffersCommandsOptionsFilesAndWords) {
   EXPECT_THAT(FishOffers("compile console.x"), ElementsAre("console.xml"));
   EXPECT_THAT(FishOffers("compile -o console.i"), ElementsAre("console.img"));
   EXPECT_THAT(FishOffers("completion z"), ElementsAre("zsh"));
+  EXPECT_THAT(FishOffers("add no"), ElementsAre("node"));
+  EXPECT_THAT(FishOffers("add node --par"), ElementsAre("--parent"));
+  EXPECT_THAT(FishOffers("add node --type h"), ElementsAre("html"));
 }
 
 /// What zsh makes of a line when the tabulator is pressed behind it. It completes in a terminal only, so it gets one.
@@ -110,6 +116,9 @@ TEST(ZshCompletion, CompletesCommandsOptionsFilesAndWords) {
   EXPECT_EQ(ZshLine("ondrel compile --output=console.i"), "ondrel compile --output=console.img |");
   EXPECT_EQ(ZshLine("ondrel completion z"), "ondrel completion zsh |");
   EXPECT_EQ(ZshLine("ondrel man -d o"), "ondrel man -d out/|");
+  EXPECT_EQ(ZshLine("ondrel add no"), "ondrel add node |");
+  EXPECT_EQ(ZshLine("ondrel add node --par"), "ondrel add node --parent |");
+  EXPECT_EQ(ZshLine("ondrel add node --type h"), "ondrel add node --type html |");
 }
 
 /// The names of the commands in a help's lists.
