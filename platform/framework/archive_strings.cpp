@@ -1,6 +1,7 @@
 // Text in an archive: the prefix that tells its length and width, and its units.
 #include <ondrel/platform/framework/archive.h>
 
+#include <algorithm>
 #include <array>
 #include <limits>
 #include <string>
@@ -18,6 +19,10 @@ constexpr BYTE kLongLength8 = 0xFF;           // behind it stands a WORD, the wi
 constexpr WORD kWideTag = 0xFFFE;             // the text has 16-bit units
 constexpr WORD kLongLength16 = 0xFFFF;        // behind it stands a DWORD
 constexpr DWORD kLongLength32 = 0xFFFFFFFFU;  // behind it stands a 64-bit length
+
+// Nearly all text is wide and short: it is taken in one step when it lies in the buffer as a whole, or fits into it.
+constexpr std::array<BYTE, 3> kShortPrefix{kLongLength8, kWideTag & 0xFF, kWideTag >> 8};
+constexpr std::size_t kShortHead = kShortPrefix.size() + 1;  // with the length, a BYTE
 
 constexpr std::size_t kShortText = 64;  // text of so many units or less is loaded in one step
 
@@ -78,19 +83,35 @@ UINT_PTR AfxReadStringLength(CArchive& archive, int& charSize) {
 }
 
 CArchive& operator<<(CArchive& archive, const CString& text) {
+  archive.RequireStoring();
   const auto length = static_cast<UINT>(text.GetLength());
-  if (length < kLongLength8) {
-    // What AfxWriteStringLength stores, in one step: nearly all text is short.
-    const std::array<BYTE, 4> prefix{kLongLength8, kWideTag & 0xFF, kWideTag >> 8, static_cast<BYTE>(length)};
-    archive.Write(prefix.data(), static_cast<UINT>(prefix.size()));
-  } else {
-    AfxWriteStringLength(archive, length, TRUE);
+  const UINT bytes = length * static_cast<UINT>(sizeof(WCHAR));
+  if (length < kLongLength8 && kShortHead + bytes <= archive.Buffered()) {
+    BYTE* end = std::copy(kShortPrefix.begin(), kShortPrefix.end(), archive.m_lpBufCur);
+    *end++ = static_cast<BYTE>(length);
+    // No memcpy here, which the compiler would spell out in instructions that are slow with so few bytes.
+    archive.m_lpBufCur = std::copy_n(reinterpret_cast<const BYTE*>(text.GetString()), bytes, end);
+    return archive;
   }
-  archive.Write(text.GetString(), length * static_cast<UINT>(sizeof(WCHAR)));
+  AfxWriteStringLength(archive, length, TRUE);
+  archive.Write(text.GetString(), bytes);
   return archive;
 }
 
 CArchive& operator>>(CArchive& archive, CString& text) {
+  archive.RequireLoading();
+  const BYTE* const head = archive.m_lpBufCur;
+  if (archive.Buffered() >= kShortHead && std::equal(kShortPrefix.begin(), kShortPrefix.end(), head)) {
+    const BYTE shortLength = head[kShortPrefix.size()];
+    const std::size_t bytes = shortLength * sizeof(WCHAR);
+    if (shortLength < kLongLength8 && kShortHead + bytes <= archive.Buffered()) {
+      std::basic_string<WCHAR> units(shortLength, WCHAR{});
+      std::copy_n(head + kShortHead, bytes, reinterpret_cast<BYTE*>(units.data()));
+      archive.m_lpBufCur += kShortHead + bytes;
+      text = CString(std::move(units));
+      return archive;
+    }
+  }
   int charSize = kNarrow;
   const UINT_PTR length = AfxReadStringLength(archive, charSize);
   if (charSize == kWide) {

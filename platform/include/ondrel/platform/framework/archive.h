@@ -16,6 +16,10 @@ concept ArchiveValue = std::same_as<Type, BYTE> || std::same_as<Type, WORD> || s
     std::same_as<Type, UINT> || std::same_as<Type, LONG> || std::same_as<Type, DWORD> || std::same_as<Type, LONGLONG> ||
     std::same_as<Type, ULONGLONG>;
 
+class CArchive;
+FRAMEWORK_API CArchive& operator<<(CArchive& archive, const CString& text);
+FRAMEWORK_API CArchive& operator>>(CArchive& archive, CString& text);
+
 class FRAMEWORK_API CArchive {
  public:
   enum Mode : UINT { store = 0, load = 1, bNoFlushOnDelete = 2 };
@@ -84,6 +88,11 @@ class FRAMEWORK_API CArchive {
   BYTE* m_lpBufMax;  ///< The end of the valid buffer.
 
  private:
+  friend FRAMEWORK_API CArchive& operator<<(CArchive& archive, const CString& text);
+  friend FRAMEWORK_API CArchive& operator>>(CArchive& archive, CString& text);
+
+  /// How many bytes lie in the buffer to be loaded, or fit into it.
+  std::size_t Buffered() const noexcept { return static_cast<std::size_t>(m_lpBufMax - m_lpBufCur); }
   void RequireOpen() const;
   /// Reads until `count` bytes are there or the file gives no more; how many there are.
   UINT ReadFully(BYTE* buffer, UINT count);
