@@ -21,7 +21,7 @@ install(FILES ${ONDREL_RUNTIME_LIBRARIES} DESTINATION ${CMAKE_INSTALL_BINDIR} CO
 # Some contract headers speak of what only the command is made of.
 install(DIRECTORY include/ platform/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development
         PATTERN program.h EXCLUDE PATTERN xml_scan.h EXCLUDE PATTERN icon_scan.h EXCLUDE
-        PATTERN picture.h EXCLUDE PATTERN xml_references.h EXCLUDE
+        PATTERN picture.h EXCLUDE PATTERN xml_references.h EXCLUDE PATTERN utf16.h EXCLUDE
         PATTERN xml_passage.h EXCLUDE PATTERN process.h EXCLUDE)
 if(WIN32)
   install(DIRECTORY platform/windows/include/ DESTINATION ${CMAKE_INSTALL_INCLUDEDIR} COMPONENT development)

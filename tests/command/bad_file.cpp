@@ -16,12 +16,29 @@ std::string Address(const std::filesystem::path& file) {
 
 }  // namespace
 
-void ExpectBothFail(const ProjectFolder& folder, const std::string& file, const std::string& start,
-                    const std::string& status) {
+void ExpectAllFail(const ProjectFolder& folder, const std::string& file, std::string_view start,
+                   std::string_view status) {
+  constexpr int kDiffFailed = 2;  // as of other programs of its kind
   const std::string listing = folder.Listing();
-  ExpectFailure(folder.Run({"compile", file, "-o", kImageName}), start, status);
-  ExpectFailure(folder.Show(file), start, status);
-  ExpectFailure(folder.Run({"show", "--json", file}), start, status);
+  const std::vector<std::vector<std::string>> commands = {
+      {"compile", file, "-o", kImageName},
+      {"show", file},
+      {"show", "--json", file},
+      {"strips", file, "--key", "FF00FF", "--small", "small.png", "--large", "large.png"},
+      {"report", file, "-o", "page.html"},
+      {"diff", file, file},
+      {"add", "node", file, "x"},
+      {"add", "dialog", file, "x"},
+      {"add", "icon", file, "x.ico"},
+      {"add", "code", file, "x.js"},
+      {"set", file, "1", "--name", "x"},
+      {"move-down", file, "1"},
+      {"remove", file, "1", "--recursive"},
+  };
+  for (const std::vector<std::string>& command : commands) {
+    SCOPED_TRACE(command.front() + ' ' + command[1]);
+    ExpectFailure(folder.Run(command), start, status, command.front() == "diff" ? kDiffFailed : 1);
+  }
   EXPECT_EQ(folder.Listing(), listing);
 }
 

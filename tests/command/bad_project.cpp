@@ -7,6 +7,7 @@
 #include <ondrel/MMCObjectSet.h>
 #include <ondrel/platform/program.h>
 
+#include "bad_file.h"
 #include "support/raised.h"
 
 namespace ondrel::test {
@@ -53,10 +54,7 @@ HRESULT BadProjectFolder::LoadStatus() const {
 }
 
 void BadProjectFolder::ExpectExplained(const std::string& complaint, HRESULT status) const {
-  const std::string listing = Listing();
-  ExpectFailure(Compile(), "console.xml:" + complaint, StatusText(status));
-  ExpectFailure(Show(kProjectName), "console.xml:" + complaint, StatusText(status));
-  EXPECT_EQ(Listing(), listing);
+  ExpectAllFail(*this, kProjectName, "console.xml:" + complaint, StatusText(status));
   EXPECT_EQ(ReadBytes(*this / kImageName), kOldImage);
 }
 

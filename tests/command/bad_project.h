@@ -34,7 +34,7 @@ class BadProjectFolder : public ProjectFolder {
 
   /// The status that the library raises for the project; 0 when it loads.
   HRESULT LoadStatus() const;
-  /// Both commands refuse the project with a complaint behind "console.xml:", and nothing in the folder changes.
+  /// Every command refuses the project with a complaint behind "console.xml:", and nothing in the folder changes.
   void ExpectExplained(const std::string& complaint, HRESULT status) const;
   /// The library raises the same status, too.
   void ExpectRaised(HRESULT status) const;

@@ -1,6 +1,7 @@
 // Projects that do not load: what the command says of each, and that the library raises the same status.
 #include <gtest/gtest.h>
 
+#include "bad_file.h"
 #include "bad_project.h"
 #include "project_folder.h"
 
@@ -188,9 +189,7 @@ TEST_P(EndlessProjects, AScriptWithoutFileIsRefusedBeforeTheLoad) {
   const ProjectFolder folder;
   folder.WriteProject(GetParam().text);
   const std::string complaint = std::string("console.xml:") + GetParam().complaint;
-  ExpectFailure(folder.Compile(), complaint, "0x8007000D");
-  ExpectFailure(folder.Show(kProjectName), complaint, "0x8007000D");
-  EXPECT_EQ(folder.Listing(), "console.xml\n");
+  ExpectAllFail(folder, kProjectName, complaint, "0x8007000D");
 }
 
 INSTANTIATE_TEST_SUITE_P(Command, EndlessProjects, testing::ValuesIn(kEndlessProjects),

@@ -1,4 +1,7 @@
 // What `ondrel check` finds in icon files, code files and the project's own bytes.
+#include <cstdint>
+#include <filesystem>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -58,6 +61,17 @@ TEST(CheckFiles, ADamagedIconIsTold) {
   folder.Write("cut.ico", SmallIconFile().substr(0, 200));
   folder.ExpectRemarks({"3: error: icon file 2, \"cut.ico\": its icon is damaged; make the file anew [icon-damaged]"},
                        "1 error, 0 warnings", 1);
+}
+
+TEST(CheckFiles, ACodeFileThatNoImageHoldsIsTold) {
+  const CheckedProject folder(
+      {R"(<Project><DialogGroup>)",
+       R"(<Dialog Cookie="1" Name="d" Icon="0" Type="HTML"><MenuScript File="3"/><StyleSheet/></Dialog>)",
+       R"(</DialogGroup><FileGroup><File Cookie="3" Name="a.js"/></FileGroup></Project>)"});
+  std::filesystem::resize_file(folder / "a.js", std::uintmax_t{4} << 30);  // bytes, of which the disk has none
+  folder.ExpectRemarks(
+      {"3: error: code file 3, \"a.js\": it has 4 GiB or more; an image holds smaller files only [file-too-large]"},
+      "1 error, 0 warnings", 1);
 }
 
 TEST(CheckFiles, APathThatLeavesTheProjectsFolderIsTold) {

@@ -88,6 +88,7 @@ TEST(CheckRefused, ADamagedImageIsToldAsARemark) {
                                     {{{"severity", "error"},
                                       {"code", "image-damaged"},
                                       {"line", nullptr},
+                                      {"object", nullptr},
                                       {"cookie", nullptr},
                                       {"text", "it ends early, after 20 bytes, in the number of dialogs"},
                                       {"advice", "compile it anew"}}}},

@@ -67,18 +67,21 @@ TEST(Check, PrintsOneJsonObjectForPrograms) {
                           {{{"severity", "error"},
                             {"code", "file-unknown"},
                             {"line", 2},
+                            {"object", "node"},
                             {"cookie", "1"},
                             {"text", "the icon of node 1 is to be the file 7, which is not in the definition"},
                             {"advice", "add it, or take the reference away"}},
                            {{"severity", "warning"},
                             {"code", "file-unused"},
                             {"line", 5},
+                            {"object", "code file"},
                             {"cookie", "3"},
                             {"text", "code file 3, \"b.js\": no node and no dialog refers to it"},
                             {"advice", "remove it, or refer to it"}},
                            {{"severity", "warning"},
                             {"code", "attribute-unread"},
                             {"line", 5},
+                            {"object", nullptr},
                             {"cookie", nullptr},
                             {"text", "the attribute \"Kind\" of the File is not read and not kept by a save"},
                             {"advice", "remove it, or correct its name"}}}},
@@ -90,7 +93,7 @@ TEST(Check, PrintsOneJsonObjectForPrograms) {
 TEST(Check, PrintsJsonOfACleanProject) {
   const CommandResult result = CheckedProject({"<Project/>"}).Check({"--json", "--warnings-as-errors"});
   ExpectSuccess(result);
-  EXPECT_EQ(result.output, "{\"file\":\"console.xml\",\n\"remarks\":[],\n\"errors\":0,\"warnings\":0}\n");
+  EXPECT_EQ(result.output, "{\"file\":\"console.xml\",\n\"remarks\":[],\n\"errors\":0,\n\"warnings\":0}\n");
 }
 
 TEST(Check, PrintsJsonInAsciiAlone) {

@@ -71,8 +71,8 @@ void ExpectSuccess(const CommandResult& result) {
   EXPECT_EQ(result.errors, "");
 }
 
-void ExpectFailure(const CommandResult& result, std::string_view start, std::string_view status) {
-  EXPECT_EQ(result.exitCode, 1) << (result.timedOut ? "stopped: it took too long" : result.errors);
+void ExpectFailure(const CommandResult& result, std::string_view start, std::string_view status, int exitCode) {
+  EXPECT_EQ(result.exitCode, exitCode) << (result.timedOut ? "stopped: it took too long" : result.errors);
   EXPECT_EQ(result.output, "");
   EXPECT_THAT(result.errors, testing::StartsWith("ondrel: " + std::string(start)));
   EXPECT_THAT(result.errors, testing::EndsWith(" (" + std::string(status) + ")\n"));

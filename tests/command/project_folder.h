@@ -49,8 +49,8 @@ class ProjectFolder : public TemporaryFolder {
 
 /// The command is done, without a word on standard error.
 void ExpectSuccess(const CommandResult& result);
-/// The command failed in time, printed nothing, and said "ondrel: <start>...<end>" in one line. `start` names the place
-/// and what is wrong with it, `end` is the status in its parentheses.
-void ExpectFailure(const CommandResult& result, std::string_view start, std::string_view status);
+/// The command failed in time with `exitCode`, printed nothing, and said "ondrel: <start>...<end>" in one line. `start`
+/// names the place and what is wrong with it, `end` is the status in its parentheses.
+void ExpectFailure(const CommandResult& result, std::string_view start, std::string_view status, int exitCode = 1);
 
 }  // namespace ondrel::test

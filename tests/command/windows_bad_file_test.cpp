@@ -11,7 +11,7 @@ namespace {
 
 TEST(BadFile, ADriveThatIsNotThere) {
   const std::string name = std::string(1, MissingDrive()) + ":\\folder\\console.xml";
-  ExpectBothFail(ProjectFolder(), name,
+  ExpectAllFail(ProjectFolder(), name,
                  name + ": the drive " + name.substr(0, 2) + " cannot be reached from this system; ", "0x80070003");
 }
 
@@ -19,17 +19,17 @@ TEST(BadFile, AFileThatAnotherProgramKeepsForItself) {
   const ProjectFolder folder;
   folder.WriteProject("<Project/>");
   const CFile keeper(Wide(folder / kProjectName), CFile::modeRead | CFile::shareExclusive);
-  ExpectBothFail(folder, kProjectName, "console.xml: another program is using it; ", "0x80070020");
+  ExpectAllFail(folder, kProjectName, "console.xml: another program is using it; ", "0x80070020");
 }
 
 TEST(BadFile, AFileThatAnotherProgramIsWriting) {
   const ProjectFolder folder;
   folder.WriteProject("<Project/>");
   const CFile writer(Wide(folder / kProjectName), CFile::modeWrite | CFile::shareDenyNone);
-  ExpectBothFail(folder, kProjectName, "console.xml: another program is using it; ", "0x80070020");
+  ExpectAllFail(folder, kProjectName, "console.xml: another program is using it; ", "0x80070020");
 }
 
-TEST(BadFile, ADevice) { ExpectBothFail(ProjectFolder(), "NUL", "NUL: it is no regular file; ", "0x80070005"); }
+TEST(BadFile, ADevice) { ExpectAllFail(ProjectFolder(), "NUL", "NUL: it is no regular file; ", "0x80070005"); }
 
 }  // namespace
 }  // namespace ondrel::test

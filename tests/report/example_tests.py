@@ -262,3 +262,17 @@ class Empty(PageTest):
         self.assertIn("Nothing was found.", self.browser.text(".single"))
         self.browser.go("#strips")
         self.assertIn("There are no icon files, so there are no strips.", self.browser.text(".single"))
+
+
+class Findings(PageTest):
+    def test_a_finding_about_a_file_is_not_told_of_a_node_of_the_same_cookie(self):
+        def make(folder):
+            nodes = definitions.node(100, "Disks", scripts=[100])
+            return definitions.write_project(folder, nodes, files=[("gone.js", None)])
+
+        self.browser.open(Setting.page("same-cookie", make), "#nodes/100")
+        self.assertEqual(self.browser.all(".detail .remarks"), [])
+        self.browser.go("#files/code/100")
+        self.assertIn("there is no such file", self.browser.text(".detail .remarks"))
+        self.browser.go("#findings")
+        self.assertEqual(self.browser.texts(".remark-head a"), ["code file 100"])

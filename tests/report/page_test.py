@@ -30,10 +30,6 @@ def example_page():
     return Setting.page("example", lambda folder: definitions.EXAMPLE / "disk-console.xml")
 
 
-def example_page():
-    return Setting.page("example", lambda folder: definitions.EXAMPLE / "disk-console.xml")
-
-
 class PageTest(unittest.TestCase):
     """After each test the page has complained of nothing and asked for nothing but itself."""
 

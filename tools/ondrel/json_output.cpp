@@ -32,17 +32,25 @@ class NodeWriter : public NodeVisitor {
   std::string& m_out;
 };
 
-void WriteRecords(CMMCObjectSet& set, const std::list<__int64>& cookies, const char* name, std::string& out) {
-  JsonArrayWriter array(out, name);
+/// The tree of nodes that `walk` visits.
+template <class Walk>
+void WriteNodes(JsonObjectWriter& object, std::string& out, const Walk& walk) {
+  const JsonArrayWriter array(object, "nodes");
+  NodeWriter nodes(out);
+  walk(nodes);
+}
+
+void WriteDialogs(CMMCObjectSet& set, const std::list<__int64>& cookies, JsonObjectWriter& object) {
+  JsonArrayWriter array(object, "dialogs");
   for (const __int64 cookie : cookies) {
     CMMCObjectParams* record = nullptr;
     if (set.GetParams(cookie, record)) array.Add(RecordJson(*record));
   }
 }
 
-void WriteFiles(Definition& definition, const UsedFiles* used, std::string& out) {
+void WriteFiles(Definition& definition, const UsedFiles* used, JsonObjectWriter& object) {
   {
-    JsonArrayWriter array(out, "icons");
+    JsonArrayWriter array(object, "icons");
     for (const IconFile& file : ListIconFiles(definition, used == nullptr ? nullptr : &used->icons)) {
       array.Add({{"cookie", CookieJson(file.cookie)},
                  {"path", PathJson(file.path)},
@@ -50,7 +58,7 @@ void WriteFiles(Definition& definition, const UsedFiles* used, std::string& out)
                  {"small", Geometry(file.smallIcon)}});
     }
   }
-  JsonArrayWriter array(out, "codeFiles");
+  JsonArrayWriter array(object, "codeFiles");
   for (const CodeFile& file : ListCodeFiles(definition, used == nullptr ? nullptr : &used->codeFiles)) {
     array.Add({{"cookie", CookieJson(file.cookie)},
                {"path", PathJson(file.path)},
@@ -58,8 +66,8 @@ void WriteFiles(Definition& definition, const UsedFiles* used, std::string& out)
   }
 }
 
-std::string Head(const Definition& definition) {
-  return definition.form == DefinitionForm::project ? "{\"form\":\"project\"" : "{\"form\":\"image\"";
+const char* FormName(const Definition& definition) {
+  return definition.form == DefinitionForm::project ? "project" : "image";
 }
 
 /// A node as its relatives are told of it.
@@ -71,27 +79,31 @@ Json Relative(CMMCObjectSet& set, __int64 cookie) {
 
 }  // namespace
 
-std::string JsonString(const std::string& utf8) { return JsonLine(Json(utf8)); }
-
 std::string JsonText(Definition& definition) {
-  std::string out = Head(definition) + ",\n\"nodes\":[";
-  NodeWriter nodes(out);
-  WalkNodes(definition.set, nodes);
-  out += ']';
-  WriteRecords(definition.set, definition.set.GetDialogs(), "dialogs", out);
-  WriteFiles(definition, nullptr, out);
-  return out + "}\n";
+  CMMCObjectSet& set = definition.set;
+  std::string out;
+  {
+    JsonObjectWriter object(out);
+    object.Add("form", FormName(definition));
+    WriteNodes(object, out, [&set](NodeVisitor& nodes) { WalkNodes(set, nodes); });
+    WriteDialogs(set, set.GetDialogs(), object);
+    WriteFiles(definition, nullptr, object);
+  }
+  return out + '\n';
 }
 
 std::string SubtreeJsonText(Definition& definition, __int64 node) {
-  const UsedFiles used = FilesOfSubtree(definition.set, node);
-  std::string out = Head(definition) + ",\n\"nodes\":[";
-  NodeWriter nodes(out);
-  WalkSubtree(definition.set, node, nodes);
-  out += ']';
-  WriteRecords(definition.set, {}, "dialogs", out);
-  WriteFiles(definition, &used, out);
-  return out + "}\n";
+  CMMCObjectSet& set = definition.set;
+  const UsedFiles used = FilesOfSubtree(set, node);
+  std::string out;
+  {
+    JsonObjectWriter object(out);
+    object.Add("form", FormName(definition));
+    WriteNodes(object, out, [&set, node](NodeVisitor& nodes) { WalkSubtree(set, node, nodes); });
+    WriteDialogs(set, {}, object);
+    WriteFiles(definition, &used, object);
+  }
+  return out + '\n';
 }
 
 std::string RecordJsonText(Definition& definition, __int64 cookie) {
@@ -100,17 +112,22 @@ std::string RecordJsonText(Definition& definition, __int64 cookie) {
   set.GetParams(cookie, record);
   const bool isDialog = IsDialog(set, cookie);
   const auto parent = isDialog ? std::nullopt : FindParent(set, cookie);
-  std::string out = Head(definition) + ",\n\"kind\":" + (isDialog ? "\"dialog\"" : "\"node\"") +
-                    ",\n\"record\":" + JsonLine(RecordJson(*record)) +
-                    ",\n\"parent\":" + JsonLine(parent ? Relative(set, *parent) : Json());
-  {
-    JsonArrayWriter array(out, "children");
-    for (const __int64 child : set.GetChildNodes(cookie)) array.Add(Relative(set, child));
-  }
   UsedFiles used;
   used.Add(*record);
-  WriteFiles(definition, &used, out);
-  return out + "}\n";
+  std::string out;
+  {
+    JsonObjectWriter object(out);
+    object.Add("form", FormName(definition));
+    object.Add("kind", isDialog ? "dialog" : "node");
+    object.Add("record", RecordJson(*record));
+    object.Add("parent", parent ? Relative(set, *parent) : Json());
+    {
+      JsonArrayWriter array(object, "children");
+      for (const __int64 child : set.GetChildNodes(cookie)) array.Add(Relative(set, child));
+    }
+    WriteFiles(definition, &used, object);
+  }
+  return out + '\n';
 }
 
 }  // namespace ondrel::command

@@ -16,7 +16,4 @@ std::string SubtreeJsonText(Definition& definition, __int64 node);
 /// those icons and code files that it refers to and that are there. Requires a cookie that names a record.
 std::string RecordJsonText(Definition& definition, __int64 cookie);
 
-/// UTF-8 text as a JSON string with its quotes, in ASCII alone.
-std::string JsonString(const std::string& utf8);
-
 }  // namespace ondrel::command

@@ -34,8 +34,16 @@ Json RecordJson(const CMMCObjectParams& record) {
 
 std::string JsonLine(const Json& value) { return value.dump(-1, ' ', true, Json::error_handler_t::replace); }
 
-JsonArrayWriter::JsonArrayWriter(std::string& out, const char* name) : m_out(out) {
-  m_out += std::string(",\n\"") + name + "\":[";
+void JsonObjectWriter::Add(const char* name, const Json& value) { StartMember(name) += JsonLine(value); }
+
+std::string& JsonObjectWriter::StartMember(const char* name) {
+  m_out.append(m_isFirst ? "\"" : ",\n\"").append(name).append("\":");
+  m_isFirst = false;
+  return m_out;
+}
+
+JsonArrayWriter::JsonArrayWriter(JsonObjectWriter& object, const char* name) : m_out(object.StartMember(name)) {
+  m_out += '[';
 }
 
 void JsonArrayWriter::Add(const Json& value) {

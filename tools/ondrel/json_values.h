@@ -23,10 +23,29 @@ Json RecordJson(const CMMCObjectParams& record);
 /// can take harm from it. Bytes that are no UTF-8 become U+FFFD.
 std::string JsonLine(const Json& value);
 
-/// A member of an object whose value is an array, written element by element, one a line, behind other members.
+/// An object that is written member by member, one a line, to the end of a text.
+class JsonObjectWriter {
+ public:
+  explicit JsonObjectWriter(std::string& out) : m_out(out) { m_out += '{'; }
+  ~JsonObjectWriter() { m_out += '}'; }
+  JsonObjectWriter(const JsonObjectWriter&) = delete;
+  JsonObjectWriter& operator=(const JsonObjectWriter&) = delete;
+
+  void Add(const char* name, const Json& value);
+
+ private:
+  friend class JsonArrayWriter;
+  std::string& StartMember(const char* name);
+
+  std::string& m_out;
+  bool m_isFirst = true;
+};
+
+/// A member of an object whose value is an array that is written element by element, one a line. The object gets its
+/// next member when the array is whole.
 class JsonArrayWriter {
  public:
-  JsonArrayWriter(std::string& out, const char* name);
+  JsonArrayWriter(JsonObjectWriter& object, const char* name);
   ~JsonArrayWriter() { m_out += ']'; }
   JsonArrayWriter(const JsonArrayWriter&) = delete;
   JsonArrayWriter& operator=(const JsonArrayWriter&) = delete;

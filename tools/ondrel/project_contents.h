@@ -14,6 +14,9 @@ namespace ondrel::command {
 
 /// An icon file or code file as the project names it.
 struct ProjectFile {
+  std::optional<Subject> About() const { return SubjectOf(kind, cookie); }
+
+  Subject::Kind kind = Subject::Kind::iconFile;
   LoadOrder order;
   int line = 0;
   std::optional<__int64> cookie;  ///< None when it is missing or no number.
@@ -22,10 +25,17 @@ struct ProjectFile {
   bool isNamed = false;           ///< By a Name, which starts at the project's folder, and not by a Path.
 };
 
+/// "icon file 5, "a.ico""; of a file without a path the cookie alone.
+std::string FileLabel(const ProjectFile& file);
+
 inline constexpr std::size_t kNoRecord = static_cast<std::size_t>(-1);
 
 /// A node or dialog.
 struct ProjectRecord {
+  std::optional<Subject> About() const {
+    return SubjectOf(isDialog ? Subject::Kind::dialog : Subject::Kind::node, cookie);
+  }
+
   LoadOrder order;
   int line = 0;
   std::string label;              ///< "node 5"

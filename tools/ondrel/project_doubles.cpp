@@ -26,13 +26,13 @@ void ProjectInspector::FindTakenObjects() {
     LoadOrder order = record->order;
     order.step = LoadOrder::kInsert;
     if (const auto [taken, isNew] = m_objectLines.try_emplace(*record->cookie, record->line); !isNew) {
-      Report({order, record->line, "cookie-taken", record->cookie,
+      Report({order, record->line, "cookie-taken", record->About(),
               record->label + " has the cookie of the node or dialog" + InLine(taken->second) + "; give it another",
               kAlreadyExists});
     }
     if (!record->isDialog) continue;
     if (const auto [taken, isNew] = dialogLines.try_emplace(record->name, record->line); !isNew) {
-      Report({order, record->line, "name-taken", record->cookie,
+      Report({order, record->line, "name-taken", record->About(),
               record->label + " has the name " + Quoted(record->name) + " of the dialog" + InLine(taken->second) +
                   "; give it another",
               kAlreadyExists});
@@ -40,19 +40,20 @@ void ProjectInspector::FindTakenObjects() {
   }
 }
 
-void ProjectInspector::FindTakenFiles(const std::vector<ProjectFile>& files, const char* kind) {
+void ProjectInspector::FindTakenFiles(const std::vector<ProjectFile>& files) {
   std::map<CString, int> pathLines;
   std::map<__int64, int> cookieLines;
   for (const ProjectFile& file : files) {
     if (!file.cookie || !file.path) continue;
     LoadOrder order = file.order;
     order.step = LoadOrder::kInsert;
-    const auto label = [&] { return std::string(kind) + ' ' + std::to_string(*file.cookie); };
+    const std::string kind = KindName(file.kind);
+    const auto label = [&] { return kind + ' ' + std::to_string(*file.cookie); };
     if (const auto [taken, isNew] = pathLines.try_emplace(*file.path, file.line); !isNew) {
-      Report({order, file.line, "file-repeated", file.cookie,
+      Report({order, file.line, "file-repeated", file.About(),
               label() + " names the same file as" + InLine(taken->second) + "; remove one of the two", kAlreadyExists});
     } else if (const auto [owner, isFirst] = cookieLines.try_emplace(*file.cookie, file.line); !isFirst) {
-      Report({order, file.line, "cookie-taken", file.cookie,
+      Report({order, file.line, "cookie-taken", file.About(),
               label() + " has the cookie of the " + kind + InLine(owner->second) + "; give it another",
               kAlreadyExists});
     }

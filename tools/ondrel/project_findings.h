@@ -9,6 +9,8 @@
 
 #include <ondrel/platform/types.h>
 
+#include "subject.h"
+
 namespace ondrel::command {
 
 /// When a load comes to something. A load reads all node groups, then all dialog groups, then the first file group:
@@ -44,11 +46,11 @@ struct LoadOrder {
 struct Finding {
   LoadOrder order;
   int line = 0;
-  const char* code = "";          ///< A name for programs, which stays the same: "attribute-missing".
-  std::optional<__int64> cookie;  ///< Of the record or file, where it is known.
-  std::string explanation;        ///< What is wrong; what to do.
-  HRESULT status = S_OK;          ///< What the load raises for it.
-  bool endsNever = false;         ///< The load must not be tried: it would not come back.
+  const char* code = "";         ///< A name for programs, which stays the same: "attribute-missing".
+  std::optional<Subject> about;  ///< The record or file, where its cookie is known.
+  std::string explanation;       ///< What is wrong; what to do.
+  HRESULT status = S_OK;         ///< What the load raises for it.
+  bool endsNever = false;        ///< The load must not be tried: it would not come back.
 };
 
 class ProjectFindings {

@@ -58,8 +58,8 @@ ProjectInspector::ProjectInspector(const CString& text, CString folder) : m_fold
   platform::XmlFault fault;
   if (platform::ScanXml(text, *this, fault) != S_OK) m_fault = fault;
   FindTakenObjects();
-  FindTakenFiles(m_contents.iconFiles, "icon file");
-  FindTakenFiles(m_contents.codeFiles, "code file");
+  FindTakenFiles(m_contents.iconFiles);
+  FindTakenFiles(m_contents.codeFiles);
   m_findings.Sort();
 }
 
@@ -123,7 +123,7 @@ ProjectInspector::OpenElement ProjectInspector::ReadChild(const CString& name, c
       break;
     case Role::files:
       if (name != kIcon.name && name != kFile.name) break;
-      ReadFile(name == kIcon.name, attributes, line);
+      ReadFile(name == kIcon.name ? Subject::Kind::iconFile : Subject::Kind::codeFile, attributes, line);
       return leafOf(name == kIcon.name ? kIcon : kFile);
     case Role::node:
       if (name == kNodes.name) return {Role::nodes, &kNodes, parent.group, parent.record};
@@ -164,12 +164,12 @@ ProjectInspector::OpenElement ProjectInspector::ReadFileGroup(int line) {
 }
 
 template <class Owner>
-std::optional<__int64> ProjectInspector::ReadCookie(LoadOrder order, std::optional<__int64> owner, const Owner& label,
-                                                    const Attribute& attribute, int line) {
+std::optional<__int64> ProjectInspector::ReadCookie(LoadOrder order, const std::optional<Subject>& about,
+                                                    const Owner& label, const Attribute& attribute, int line) {
   __int64 cookie = 0;
   const HRESULT status = ParseCookie(attribute.value, cookie);
   if (SUCCEEDED(status)) return cookie;
-  Report({order, line, "number-malformed", owner,
+  Report({order, line, "number-malformed", about,
           std::string(label()) + " has the " + Printable(attribute.name) + ' ' + Quoted(attribute.value) +
               ", which is " +
               (status == DISP_E_OVERFLOW ? "beyond 64 bits; give it a smaller number"
@@ -249,7 +249,7 @@ ProjectInspector::OpenElement ProjectInspector::ReadRecord(const OpenElement& pa
           order, std::nullopt, [&] { return isDialog ? "a dialog" : "a node"; }, *attribute, line);
     } else if (required.step == LoadOrder::kIcon) {
       const auto icon = ReadCookie(
-          order, record.cookie, [&] { return record.label; }, *attribute, line);
+          order, record.About(), [&] { return record.label; }, *attribute, line);
       if (icon) m_contents.references.push_back({FileReference::Kind::icon, index, *icon, line});
     } else if (required.step == LoadOrder::kName) {
       record.name = attribute->value;
@@ -282,7 +282,7 @@ void ProjectInspector::ReadQuery(const OpenElement& parent, const Attributes& at
   }
   LoadOrder order = record.order;
   order.step = step;
-  const auto cookie = ReadCookie(order, record.cookie, label, *file, line);
+  const auto cookie = ReadCookie(order, record.About(), label, *file, line);
   const auto kind = isChildQuery ? FileReference::Kind::childQuery : FileReference::Kind::renderQuery;
   if (cookie) m_contents.references.push_back({kind, parent.record, *cookie, line});
 }
@@ -296,7 +296,7 @@ void ProjectInspector::ReadFileReference(std::size_t index, FileReference::Kind 
   LoadOrder order = record.order;
   order.step = isMenuScript ? LoadOrder::kMenuScript : LoadOrder::kStyleSheet;
   const auto label = [&] { return (isMenuScript ? "the MenuScript of " : "the StyleSheet of ") + record.label; };
-  const auto cookie = ReadCookie(order, record.cookie, label, *file, line);
+  const auto cookie = ReadCookie(order, record.About(), label, *file, line);
   if (cookie) m_contents.references.push_back({kind, index, *cookie, line});
 }
 
@@ -309,7 +309,7 @@ void ProjectInspector::ReadScript(std::size_t index, const Attributes& attribute
   if (file == nullptr) {
     LoadOrder order = record.order;
     order.step = LoadOrder::kScripts;
-    Report({order, line, "script-without-file", record.cookie,
+    Report({order, line, "script-without-file", record.About(),
             "a Script of " + record.label +
                 " has no File attribute, and reading it would never end; give it a code file's cookie or remove it",
             kInvalidData, true});
@@ -338,16 +338,18 @@ void ProjectInspector::CloseRecord(std::size_t index) {
   }
 }
 
-void ProjectInspector::ReadFile(bool isIcon, const Attributes& attributes, int line) {
+void ProjectInspector::ReadFile(Subject::Kind kindOfFile, const Attributes& attributes, int line) {
+  const bool isIcon = kindOfFile == Subject::Kind::iconFile;
   std::vector<ProjectFile>& files = isIcon ? m_contents.iconFiles : m_contents.codeFiles;
   ProjectFile file;
+  file.kind = kindOfFile;
   file.order = {isIcon ? LoadOrder::kIcons : LoadOrder::kCodeFiles, 0, files.size(), LoadOrder::kFileName};
   file.line = line;
 
   const Attribute* const cookie = Find(attributes, _T("Cookie"));
   const Attribute* const name = Find(attributes, _T("Name"));
   const Attribute* const path = Find(attributes, _T("Path"));
-  const std::string kind = isIcon ? "icon file" : "code file";
+  const std::string kind = KindName(kindOfFile);
   if (name != nullptr) {
     file.spelling = name->value;
     file.path = m_folder + name->value;
@@ -370,7 +372,7 @@ void ProjectInspector::ReadFile(bool isIcon, const Attributes& attributes, int l
     file.order.step = LoadOrder::kFileCookieNumber;
     file.cookie = ReadCookie(file.order, std::nullopt, named, *cookie, line);
   }
-  if (name != nullptr && path != nullptr) m_leftovers.AddPath({named(), line, file.cookie});
+  if (name != nullptr && path != nullptr) m_leftovers.AddPath({named(), line, file.About()});
   file.order.step = LoadOrder::kIconImages;
   files.push_back(std::move(file));
 }
@@ -391,12 +393,12 @@ LeftoverPlace ProjectInspector::PlaceIn(const OpenElement& element, int line) co
   if (element.record == kNoRecord) return place;
   const LeftoverPlace record = PlaceOf(element.record, line);
   place.label += " of " + record.label;
-  place.cookie = record.cookie;
+  place.about = record.about;
   return place;
 }
 
 LeftoverPlace ProjectInspector::PlaceOf(std::size_t record, int line) const {
-  return {m_contents.records[record].label, line, m_contents.records[record].cookie};
+  return {m_contents.records[record].label, line, m_contents.records[record].About()};
 }
 
 void ProjectInspector::ReportRecord(std::size_t index, LoadOrder::Step step, int line, const char* code,
@@ -404,7 +406,7 @@ void ProjectInspector::ReportRecord(std::size_t index, LoadOrder::Step step, int
   const ProjectRecord& record = m_contents.records[index];
   LoadOrder order = record.order;
   order.step = step;
-  Report({order, line, code, record.cookie, std::move(explanation), kInvalidData});
+  Report({order, line, code, record.About(), std::move(explanation), kInvalidData});
 }
 
 }  // namespace ondrel::command

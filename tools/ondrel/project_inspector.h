@@ -91,7 +91,7 @@ class ProjectInspector : private platform::XmlScanHandler {
   /// `index` is a record's, here and below.
   void ReadFileReference(std::size_t index, FileReference::Kind kind, const Attributes& attributes, int line);
   void ReadScript(std::size_t index, const Attributes& attributes, int line);
-  void ReadFile(bool isIcon, const Attributes& attributes, int line);
+  void ReadFile(Subject::Kind kind, const Attributes& attributes, int line);
   void CloseRecord(std::size_t index);
   void FindUnreadAttributes(const OpenElement& element, const Attributes& attributes, int line);
   LeftoverPlace PlaceIn(const OpenElement& element, int line) const;
@@ -99,10 +99,10 @@ class ProjectInspector : private platform::XmlScanHandler {
 
   /// The number in an attribute, with a finding when it is none.
   template <class Owner>
-  std::optional<__int64> ReadCookie(LoadOrder order, std::optional<__int64> owner, const Owner& label,
+  std::optional<__int64> ReadCookie(LoadOrder order, const std::optional<Subject>& about, const Owner& label,
                                     const Attribute& attribute, int line);
   void FindTakenObjects();
-  void FindTakenFiles(const std::vector<ProjectFile>& files, const char* kind);
+  void FindTakenFiles(const std::vector<ProjectFile>& files);
   void Report(Finding finding) { m_findings.Add(std::move(finding)); }
   /// Reports what of a record is missing or malformed.
   void ReportRecord(std::size_t index, LoadOrder::Step step, int line, const char* code, std::string explanation);

@@ -37,20 +37,20 @@ std::string AdviceFor(const CString& name) {
 }  // namespace
 
 void ProjectLeftovers::AddElement(const LeftoverPlace& place, const CString& name) {
-  m_all.push_back({"element-unread", place.line, place.cookie,
+  m_all.push_back({"element-unread", place.line, place.about,
                    "the element " + Quoted(name) + " in " + place.label +
                        " is not read, with all that is in it, and not kept by a save; " + AdviceFor(name)});
 }
 
 void ProjectLeftovers::AddAttribute(const LeftoverPlace& place, const CString& name) {
-  m_all.push_back({"attribute-unread", place.line, place.cookie,
+  m_all.push_back({"attribute-unread", place.line, place.about,
                    "the attribute " + Quoted(name) + " of " + place.label +
                        " is not read and not kept by a save; remove it, or correct its name"});
 }
 
 void ProjectLeftovers::AddPassage(const LeftoverPlace& place, platform::XmlPassage passage) {
   const auto add = [&](const char* code, const std::string& explanation, bool isData) {
-    m_all.push_back({code, place.line, place.cookie, explanation, isData});
+    m_all.push_back({code, place.line, place.about, explanation, isData});
   };
   switch (passage) {
     case platform::XmlPassage::text:
@@ -70,7 +70,7 @@ void ProjectLeftovers::AddPassage(const LeftoverPlace& place, platform::XmlPassa
 }
 
 void ProjectLeftovers::AddRepeated(const LeftoverPlace& place, const CString& name) {
-  m_all.push_back({"element-repeated", place.line, place.cookie,
+  m_all.push_back({"element-repeated", place.line, place.about,
                    place.label + " has another " + Printable(name) +
                        ", which is not read and not kept by a save; remove one of the two"});
 }
@@ -83,26 +83,26 @@ void ProjectLeftovers::AddFileGroup(int line, int firstLine) {
 }
 
 void ProjectLeftovers::AddView(const LeftoverPlace& record, const CString& name) {
-  m_all.push_back({"view-unread", record.line, record.cookie,
+  m_all.push_back({"view-unread", record.line, record.about,
                    record.label + " is of a type without a view: its " + Printable(name) +
                        " is not read, not kept by a save and not held by an image; remove it, or give the type HTML"});
 }
 
 void ProjectLeftovers::AddChildQueries(const LeftoverPlace& record) {
-  m_all.push_back({"child-queries-unsaved", record.line, record.cookie,
+  m_all.push_back({"child-queries-unsaved", record.line, record.about,
                    record.label + " is of the type Dialog: its ChildQueries are read but not kept by a save; remove "
                                   "them, or give another type"});
 }
 
 void ProjectLeftovers::AddScript(const LeftoverPlace& record, const CString& value) {
-  m_all.push_back({"scripts-cut", record.line, record.cookie,
+  m_all.push_back({"scripts-cut", record.line, record.about,
                    "a Script of " + record.label + " has the File " + Quoted(value) +
                        ", which is no whole number: it and all scripts behind it are not read and not kept by a save; "
                        "give it a code file's cookie"});
 }
 
 void ProjectLeftovers::AddPath(const LeftoverPlace& file) {
-  m_all.push_back({"path-unread", file.line, file.cookie,
+  m_all.push_back({"path-unread", file.line, file.about,
                    file.label + " has a Name and a Path, and its Path is not read and not kept by a save; remove one "
                                 "of the two"});
 }

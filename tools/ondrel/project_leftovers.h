@@ -9,13 +9,15 @@
 #include <ondrel/platform/types.h>
 #include <ondrel/platform/xml_passage.h>
 
+#include "subject.h"
+
 namespace ondrel::command {
 
 struct Leftover {
   const char* code = "";  ///< A name for programs, which stays the same.
   int line = 0;
-  std::optional<__int64> cookie;  ///< Of the record or file that it belongs to.
-  std::string explanation;        ///< What is wrong; what to do.
+  std::optional<Subject> about;  ///< The record or file that it belongs to.
+  std::string explanation;       ///< What is wrong; what to do.
   /// Whether someone who wrote it expects the load to read it: not so of comments and the like.
   bool isData = true;
 };
@@ -24,7 +26,7 @@ struct Leftover {
 struct LeftoverPlace {
   std::string label;  ///< "node 5", "the Nodes of node 5"
   int line = 0;       ///< Of the leftover itself.
-  std::optional<__int64> cookie = std::nullopt;
+  std::optional<Subject> about = std::nullopt;
 };
 
 class ProjectLeftovers {

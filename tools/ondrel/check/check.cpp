@@ -7,7 +7,7 @@
 #include <ondrel/platform/program.h>
 
 #include "check/remark.h"
-#include "json_output.h"
+#include "json_values.h"
 #include "output.h"
 #include "printable.h"
 
@@ -28,7 +28,7 @@ std::vector<Remark> RemarksOnRefused(Definition& definition, const Failure& refu
   if (project.Fault()) return {refused("xml-malformed")};
   std::vector<Remark> remarks;
   for (const Finding& finding : project.Findings().All()) {
-    remarks.push_back({Remark::Severity::error, finding.code, finding.line, finding.cookie, finding.explanation});
+    remarks.push_back({Remark::Severity::error, finding.code, finding.line, finding.about, finding.explanation});
   }
   for (Remark& remark : RemarksOn(definition)) remarks.push_back(std::move(remark));
   if (std::none_of(remarks.begin(), remarks.end(), IsError)) remarks.push_back(refused("load-refused"));
@@ -51,25 +51,31 @@ std::string PlainText(const std::string& file, const std::vector<Remark>& remark
          '\n';
 }
 
-std::string JsonRemark(const Remark& remark) {
+Json RemarkJson(const Remark& remark) {
   constexpr std::string_view kBeforeAdvice = "; ";
   const std::size_t end = remark.explanation.rfind(kBeforeAdvice);
-  const std::string text = remark.explanation.substr(0, end);
-  const std::string advice =
-      end == std::string::npos ? std::string() : remark.explanation.substr(end + kBeforeAdvice.size());
-  return std::string("{\"severity\":\"") + SeverityName(remark) + "\",\"code\":\"" + remark.code +
-         "\",\"line\":" + (remark.line > 0 ? std::to_string(remark.line) : "null") +
-         ",\"cookie\":" + (remark.cookie ? '"' + std::to_string(*remark.cookie) + '"' : "null") +
-         ",\"text\":" + JsonString(text) + ",\"advice\":" + JsonString(advice) + '}';
+  return {{"severity", SeverityName(remark)},
+          {"code", remark.code},
+          {"line", remark.line > 0 ? Json(remark.line) : Json()},
+          {"object", remark.about ? Json(KindName(remark.about->kind)) : Json()},
+          {"cookie", remark.about ? CookieJson(remark.about->cookie) : Json()},
+          {"text", remark.explanation.substr(0, end)},
+          {"advice", end == std::string::npos ? "" : remark.explanation.substr(end + kBeforeAdvice.size())}};
 }
 
 std::string JsonText(const std::string& file, const std::vector<Remark>& remarks, std::size_t errors) {
-  std::string text = "{\"file\":" + JsonString(platform::ToUtf8(platform::PathFromUtf8(file))) + ",\n\"remarks\":[";
-  for (const Remark& remark : remarks) {
-    text.append(&remark == remarks.data() ? "\n" : ",\n").append(JsonRemark(remark));
+  std::string out;
+  {
+    JsonObjectWriter object(out);
+    object.Add("file", platform::ToUtf8(platform::PathFromUtf8(file)));
+    {
+      JsonArrayWriter array(object, "remarks");
+      for (const Remark& remark : remarks) array.Add(RemarkJson(remark));
+    }
+    object.Add("errors", errors);
+    object.Add("warnings", remarks.size() - errors);
   }
-  return text + "],\n\"errors\":" + std::to_string(errors) +
-         ",\"warnings\":" + std::to_string(remarks.size() - errors) + "}\n";
+  return out + '\n';
 }
 
 }  // namespace

@@ -29,7 +29,4 @@ void RemarkOnStrips(const Definition& definition, const ProjectContents& content
 /// Bytes that a host's library reads otherwise than they are meant.
 void RemarkOnText(const Definition& definition, Remarks& remarks);
 
-/// "icon file 5, "a.ico""; of a file without a path the cookie alone.
-std::string FileLabel(const ProjectFile& file, bool isIcon);
-
 }  // namespace ondrel::command

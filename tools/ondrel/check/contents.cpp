@@ -30,8 +30,9 @@ class ContentsWriter : public NodeVisitor {
     AddReferences(params);
   }
 
-  ProjectFile FileOf(__int64 cookie) {
+  ProjectFile FileOf(Subject::Kind kind, __int64 cookie) {
     ProjectFile file;
+    file.kind = kind;
     file.line = ++m_place;
     file.cookie = cookie;
     return file;
@@ -67,8 +68,8 @@ ProjectContents ContentsOfImage(CMMCObjectSet& set) {
     CMMCObjectParams* dialog = nullptr;
     if (set.GetParams(cookie, dialog)) writer.AddRecord(*dialog, true, kNoRecord);
   }
-  for (const __int64 cookie : set.GetIconFiles()) writer.Contents().iconFiles.push_back(writer.FileOf(cookie));
-  for (const __int64 cookie : set.GetCodeFiles()) writer.Contents().codeFiles.push_back(writer.FileOf(cookie));
+  for (const __int64 cookie : set.GetIconFiles()) writer.Contents().iconFiles.push_back(writer.FileOf(Subject::Kind::iconFile, cookie));
+  for (const __int64 cookie : set.GetCodeFiles()) writer.Contents().codeFiles.push_back(writer.FileOf(Subject::Kind::codeFile, cookie));
   return std::move(writer.Contents());
 }
 

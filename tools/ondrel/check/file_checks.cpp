@@ -1,12 +1,12 @@
 // The checks of icon files and code files.
 #include <algorithm>
 #include <map>
-#include <memory>
 #include <string_view>
 
 #include <ondrel/platform/drive_letter.h>
 
 #include "check/checks.h"
+#include "code_file_fault.h"
 #include "icon_picture.h"
 #include "printable.h"
 
@@ -39,10 +39,10 @@ bool LeavesFolder(PathView path) {
   return false;
 }
 
-void RemarkOnPath(const ProjectFile& file, bool isIcon, Remarks& remarks) {
+void RemarkOnPath(const ProjectFile& file, Remarks& remarks) {
   const auto add = [&](const char* code, const char* explanation) {
     remarks.push_back(
-        {Remark::Severity::warning, code, file.line, file.cookie, FileLabel(file, isIcon) + ": " + explanation});
+        {Remark::Severity::warning, code, file.line, file.About(), FileLabel(file) + ": " + explanation});
   };
   if (!file.isNamed && IsAbsolute(file.spelling.View())) {
     add("path-absolute",
@@ -71,50 +71,36 @@ void RemarkOnIcon(const Definition& definition, const ProjectFile& file, Remarks
   if (file.cookie && definition.set.GetIconFile(*file.cookie, &loaded)) return;
   const HRESULT status = CMMCObjectIcon().Construct(*file.path);
   if (SUCCEEDED(status)) return;
-  remarks.push_back({Remark::Severity::error, IconFaultCode(*file.path, status), file.line, file.cookie,
-                     FileLabel(file, true) + ": " + ExplainIconFault(*file.path, status)});
+  remarks.push_back({Remark::Severity::error, IconFaultCode(*file.path, status), file.line, file.About(),
+                     FileLabel(file) + ": " + ExplainIconFault(*file.path, status)});
 }
 
 void RemarkOnCodeFile(const ProjectFile& file, Remarks& remarks) {
-  const auto add = [&](const char* code, const std::string& explanation) {
-    remarks.push_back(
-        {Remark::Severity::error, code, file.line, file.cookie, FileLabel(file, false) + ": " + explanation});
-  };
-  CFile source;
-  std::unique_ptr<CFileException> fault;
-  if (!source.Open(*file.path, CFile::modeRead | CFile::shareDenyNone, &fault)) {
-    const HRESULT status = StatusOf(*fault);
-    add(FileFaultCode(status), ExplainFileFault(*file.path, status));
-  } else if (source.GetLength() > kLargestCodeFile) {
-    add("file-too-large", "it has 4 GiB or more; an image holds smaller files only");
-  }
+  const auto fault = FindCodeFileFault(*file.path);
+  if (!fault) return;
+  const char* const code = fault->isTooLarge ? "file-too-large" : FileFaultCode(fault->status);
+  remarks.push_back(
+      {Remark::Severity::error, code, file.line, file.About(), FileLabel(file) + ": " + fault->explanation});
 }
 
 }  // namespace
-
-std::string FileLabel(const ProjectFile& file, bool isIcon) {
-  std::string label = isIcon ? "icon file" : "code file";
-  if (file.cookie) label += ' ' + std::to_string(*file.cookie);
-  if (file.path) label += (file.cookie ? ", " : " ") + Quoted(file.spelling);
-  return label;
-}
 
 void RemarkOnFileNames(const ProjectContents& contents, Remarks& remarks) {
   std::map<__int64, const ProjectFile*> icons;
   for (const bool isIcon : {true, false}) {
     for (const ProjectFile& file : isIcon ? contents.iconFiles : contents.codeFiles) {
-      if (file.path) RemarkOnPath(file, isIcon, remarks);
+      if (file.path) RemarkOnPath(file, remarks);
       if (!file.cookie) continue;
       if (*file.cookie == 0) {
-        remarks.push_back({Remark::Severity::warning, "file-cookie-zero", file.line, file.cookie,
-                           FileLabel(file, isIcon) + ": where records refer to files, 0 stands for none; give it "
+        remarks.push_back({Remark::Severity::warning, "file-cookie-zero", file.line, file.About(),
+                           FileLabel(file) + ": where records refer to files, 0 stands for none; give it "
                                                      "another cookie"});
       }
       if (isIcon) {
         icons.emplace(*file.cookie, &file);
       } else if (const auto icon = icons.find(*file.cookie); icon != icons.end() && file.path) {
-        remarks.push_back({Remark::Severity::error, "cookie-shared", file.line, file.cookie,
-                           FileLabel(file, false) + ": its cookie is also that of the icon file in line " +
+        remarks.push_back({Remark::Severity::error, "cookie-shared", file.line, file.About(),
+                           FileLabel(file) + ": its cookie is also that of the icon file in line " +
                                std::to_string(icon->second->line) + ", and no image is made of that; give it another"});
       }
     }
@@ -141,16 +127,16 @@ void RemarkOnStrips(const Definition& definition, const ProjectContents& content
     const CMMCObjectIcon* icon = nullptr;
     if (!file.cookie || !definition.set.GetIconFile(*file.cookie, &icon)) continue;
     if (size(*icon, true) != size(*first, true) || size(*icon, false) != size(*first, false)) {
-      remarks.push_back({Remark::Severity::warning, "icon-size", file.line, file.cookie,
-                         FileLabel(file, true) + ": its images of " + size(*icon, true) + " and " + size(*icon, false) +
+      remarks.push_back({Remark::Severity::warning, "icon-size", file.line, file.About(),
+                         FileLabel(file) + ": its images of " + size(*icon, true) + " and " + size(*icon, false) +
                              " pixels do not fit strips of " + size(*first, true) + " and " + size(*first, false) +
                              ", the sizes of icon file " + std::to_string(cookies.front()) +
                              "; give all icons the same sizes"});
     }
     if (icon->GetColourBitmap(true).bmBitsPixel != kColourBits ||
         icon->GetColourBitmap(false).bmBitsPixel != kColourBits) {
-      remarks.push_back({Remark::Severity::warning, "icon-depth", file.line, file.cookie,
-                         FileLabel(file, true) + ": its images have not 32 bits a pixel and are black in the strips; "
+      remarks.push_back({Remark::Severity::warning, "icon-depth", file.line, file.About(),
+                         FileLabel(file) + ": its images have not 32 bits a pixel and are black in the strips; "
                                                  "make the icon anew"});
     }
   }

@@ -43,13 +43,13 @@ void RemarkOnLostNodes(const ProjectContents& contents, Remarks& remarks) {
   for (const auto& [index, nodes] : subtrees) {
     const ProjectRecord& record = records[index];
     if (*record.cookie < 0) {
-      remarks.push_back({Remark::Severity::error, "node-lost", record.line, record.cookie,
+      remarks.push_back({Remark::Severity::error, "node-lost", record.line, record.About(),
                          SubtreeLabel(record, nodes) +
                              " would be lost: neither a save nor an image holds a node of a negative cookie; give it "
                              "a cookie of 0 or more"});
     } else {
       const std::string kept = records[top].label;
-      remarks.push_back({Remark::Severity::error, "second-top-node", record.line, record.cookie,
+      remarks.push_back({Remark::Severity::error, "second-top-node", record.line, record.About(),
                          SubtreeLabel(record, nodes) + " stands at the top beside " + kept +
                              ": an image refuses that, and a save would keep " + kept + " alone; put it below " +
                              kept});
@@ -65,7 +65,7 @@ void RemarkOnTypes(const ProjectContents& contents, Remarks& remarks) {
       case CMMCObjectParams::eDialog:
         break;
       default:
-        remarks.push_back({Remark::Severity::warning, "unknown-type", record.line, record.cookie,
+        remarks.push_back({Remark::Severity::warning, "unknown-type", record.line, record.About(),
                            record.label +
                                " is of no known type, and a save writes \"Oops!!\" for it; give it the type List, HTML "
                                "or Dialog"});
@@ -78,13 +78,13 @@ void RemarkOnDialogs(const ProjectContents& contents, Remarks& remarks) {
   for (const ProjectRecord& record : contents.records) {
     if (!record.isDialog) continue;
     if (record.cookie == 0) {
-      remarks.push_back({Remark::Severity::warning, "dialog-cookie-zero", record.line, record.cookie,
+      remarks.push_back({Remark::Severity::warning, "dialog-cookie-zero", record.line, record.About(),
                          "dialog 0 cannot be looked up by its name, because 0 stands for no dialog there; give it "
                          "another cookie"});
     }
     const auto [alike, isNew] = names.try_emplace(record.name, &record);
     if (isNew || alike->second->name == record.name) continue;  // a load refuses the same name
-    remarks.push_back({Remark::Severity::warning, "dialog-names-alike", record.line, record.cookie,
+    remarks.push_back({Remark::Severity::warning, "dialog-names-alike", record.line, record.About(),
                        record.label + " has the name " + Quoted(record.name) + ", which differs from that of " +
                            alike->second->label + " by letter case alone; give it another"});
   }

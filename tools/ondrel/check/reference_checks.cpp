@@ -37,11 +37,11 @@ bool MayBeNone(FileReference::Kind kind) {
          kind == FileReference::Kind::styleSheet;
 }
 
-void RemarkOnUnused(const std::vector<ProjectFile>& files, bool isIcon, const Cookies& used, Remarks& remarks) {
+void RemarkOnUnused(const std::vector<ProjectFile>& files, const Cookies& used, Remarks& remarks) {
   for (const ProjectFile& file : files) {
     if (!file.cookie || used.contains(*file.cookie)) continue;
-    remarks.push_back({Remark::Severity::warning, "file-unused", file.line, file.cookie,
-                       FileLabel(file, isIcon) + ": no node and no dialog refers to it; remove it, or refer to it"});
+    remarks.push_back({Remark::Severity::warning, "file-unused", file.line, file.About(),
+                       FileLabel(file) + ": no node and no dialog refers to it; remove it, or refer to it"});
   }
 }
 
@@ -60,22 +60,22 @@ void RemarkOnReferences(const ProjectContents& contents, Remarks& remarks) {
     const std::string start = ReferenceName(reference.kind) + record.label + " is to be the file " +
                               std::to_string(reference.cookie) + ", which ";
     if ((isIcon ? codeFiles : icons).contains(reference.cookie)) {
-      remarks.push_back({Remark::Severity::error, "file-of-other-kind", reference.line, record.cookie,
+      remarks.push_back({Remark::Severity::error, "file-of-other-kind", reference.line, record.About(),
                          start + (isIcon ? "is a code file; name an icon file" : "is an icon file; name a code file")});
     } else {
-      remarks.push_back({Remark::Severity::error, "file-unknown", reference.line, record.cookie,
+      remarks.push_back({Remark::Severity::error, "file-unknown", reference.line, record.About(),
                          start + "is not in the definition; add it, or take the reference away"});
     }
   }
-  RemarkOnUnused(contents.iconFiles, true, used, remarks);
-  RemarkOnUnused(contents.codeFiles, false, used, remarks);
+  RemarkOnUnused(contents.iconFiles, used, remarks);
+  RemarkOnUnused(contents.codeFiles, used, remarks);
 }
 
 void RemarkOnNamelessScripts(const ProjectContents& contents, Remarks& remarks) {
   for (const FileReference& reference : contents.references) {
     if (reference.kind != FileReference::Kind::script || reference.cookie != 0) continue;
     const ProjectRecord& record = contents.records[reference.record];
-    remarks.push_back({Remark::Severity::error, "script-cookie-zero", reference.line, record.cookie,
+    remarks.push_back({Remark::Severity::error, "script-cookie-zero", reference.line, record.About(),
                        "a Script of " + record.label +
                            " has the cookie 0: a save writes it without File, and no load comes back from that; give "
                            "it a code file's cookie, or remove it"});

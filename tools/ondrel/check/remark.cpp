@@ -16,7 +16,7 @@ void SortByLine(Remarks& remarks) {
 }
 
 Remark RemarkOf(const Leftover& leftover) {
-  return {Remark::Severity::warning, leftover.code, leftover.line, leftover.cookie, leftover.explanation};
+  return {Remark::Severity::warning, leftover.code, leftover.line, leftover.about, leftover.explanation};
 }
 
 }  // namespace

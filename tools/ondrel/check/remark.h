@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "definition_file.h"
+#include "subject.h"
 
 namespace ondrel::command {
 
@@ -13,10 +14,10 @@ struct Remark {
   enum class Severity { error, warning };
 
   Severity severity = Severity::warning;
-  const char* code = "";          ///< A name for programs, which stays the same: "file-missing".
-  int line = 0;                   ///< In the project; 0 when there is none, as of every image.
-  std::optional<__int64> cookie;  ///< Of the node, dialog or file that it is about.
-  std::string explanation;        ///< "what is wrong; what to do", free of control characters.
+  const char* code = "";         ///< A name for programs, which stays the same: "file-missing".
+  int line = 0;                  ///< In the project; 0 when there is none, as of every image.
+  std::optional<Subject> about;  ///< The node, dialog or file.
+  std::string explanation;       ///< "what is wrong; what to do", free of control characters.
 };
 
 /// What is wrong with a loaded definition, in the order of its lines; in an image, nodes, dialogs, icons, code files.

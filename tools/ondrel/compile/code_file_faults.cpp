@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <list>
 #include <map>
-#include <memory>
 #include <vector>
 
+#include "code_file_fault.h"
 #include "printable.h"
 
 namespace ondrel::command {
@@ -14,9 +14,7 @@ namespace {
 
 Failure FailureOf(const Definition& definition, const ProjectFile& file, const std::string& explanation,
                   HRESULT status) {
-  return {definition.At(file.line),
-          "code file " + std::to_string(*file.cookie) + ", " + Quoted(file.spelling) + ": " + explanation,
-          StatusText(status)};
+  return {definition.At(file.line), FileLabel(file) + ": " + explanation, StatusText(status)};
 }
 
 }  // namespace
@@ -39,15 +37,8 @@ void RequireCodeFiles(const Definition& definition) {
                           "; give it another",
                       HRESULT_FROM_WIN32(ERROR_ALREADY_EXISTS));
     }
-    const CString& place = definition.PlaceOf(*file.path);
-    CFile source;
-    std::unique_ptr<CFileException> fault;
-    if (!source.Open(place, CFile::modeRead | CFile::shareDenyWrite, &fault)) {
-      const HRESULT status = StatusOf(*fault);
-      throw FailureOf(definition, file, ExplainFileFault(place, status), status);
-    }
-    if (source.GetLength() > kLargestCodeFile) {
-      throw FailureOf(definition, file, "it has 4 GiB or more; an image holds smaller files only", E_INVALIDARG);
+    if (const auto fault = FindCodeFileFault(definition.PlaceOf(*file.path))) {
+      throw FailureOf(definition, file, fault->explanation, fault->status);
     }
   }
 }

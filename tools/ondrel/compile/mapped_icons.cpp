@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+#include <ondrel/platform/utf16.h>
+
 #include "failure.h"
 #include "printable.h"
 #include "start_tag.h"
@@ -43,12 +45,8 @@ std::optional<char32_t> ReadReference(std::string_view reference) {
 }
 
 void AppendCharacter(CString& text, char32_t character) {
-  if (character >= 0x10000) {
-    text += static_cast<WCHAR>(0xD800 + ((character - 0x10000) >> 10));
-    text += static_cast<WCHAR>(0xDC00 + ((character - 0x10000) & 0x3FF));
-  } else {
-    text += static_cast<WCHAR>(character);
-  }
+  WCHAR units[2];
+  text += CString(units, static_cast<int>(platform::PutUtf16(character, units)));
 }
 
 /// The value of an attribute, whose bytes the library reads through the narrow code page. None where it refers to what
@@ -70,28 +68,22 @@ std::optional<CString> ReadValue(std::string_view bytes) {
   return value;
 }
 
-bool IsPlainInValue(WCHAR unit) {
+bool IsPlainInValue(char32_t character) {
   constexpr std::string_view kMarks = "&<>\"'%";
-  return unit >= ' ' && unit < 0x7F && kMarks.find(static_cast<char>(unit)) == std::string_view::npos;
+  return character >= ' ' && character < 0x7F && kMarks.find(static_cast<char>(character)) == std::string_view::npos;
 }
 
 /// A value as it may stand in either kind of quotation marks, and within the text of an entity.
 std::string WriteValue(const CString& value) {
   std::string text;
-  char32_t half = 0;  // the first of a pair
-  for (const WCHAR unit : value.View()) {
-    char32_t character = unit;
-    if (character >= 0xD800 && character <= 0xDBFF) {
-      half = character;
-      continue;
+  const std::basic_string_view<WCHAR> units = value.View();
+  for (const WCHAR *unit = units.data(), *const end = unit + units.size(); unit != end;) {
+    const char32_t character = platform::TakeUtf16(unit, end);
+    if (IsPlainInValue(character)) {
+      text += static_cast<char>(character);
+    } else {
+      text += "&#" + std::to_string(static_cast<std::uint32_t>(character)) + ';';
     }
-    if (IsPlainInValue(unit)) {
-      text += static_cast<char>(unit);
-      continue;
-    }
-    if (half != 0) character = 0x10000 + ((half - 0xD800) << 10) + (character - 0xDC00);
-    half = 0;
-    text += "&#" + std::to_string(static_cast<std::uint32_t>(character)) + ';';
   }
   return text;
 }

@@ -4,7 +4,7 @@
 #include <algorithm>
 
 #include "diff/differences.h"
-#include "json_output.h"
+#include "json_values.h"
 #include "output.h"
 #include "printable.h"
 
@@ -38,7 +38,8 @@ std::size_t CountOf(const Differences& differences, Change change) {
 
 std::string PlainLine(const Difference& difference) {
   std::string line =
-      NameOf(difference.change).mark + (' ' + std::string(difference.object)) + ' ' + std::to_string(difference.cookie);
+      std::string(1, NameOf(difference.change).mark).append(" ").append(KindName(difference.about.kind)).append(" ") +
+      std::to_string(difference.about.cookie);
   if (!difference.name.empty()) line += " \"" + difference.name + '"';
   if (!difference.detail.empty()) line += (difference.change == Change::moved ? " moved " : ": ") + difference.detail;
   return line + '\n';
@@ -57,20 +58,22 @@ std::string PlainText(const Differences& differences) {
 }
 
 std::string JsonText(const Differences& differences) {
-  std::string text = "{\"differences\":[";
-  for (const Difference& difference : differences) {
-    text.append(&difference == differences.data() ? "\n" : ",\n");
-    text.append("{\"change\":\"").append(NameOf(difference.change).name);
-    text.append("\",\"object\":\"").append(difference.object);
-    text.append("\",\"cookie\":\"").append(std::to_string(difference.cookie));
-    text.append("\",\"name\":").append(JsonString(difference.name));
-    text.append(",\"detail\":").append(JsonString(difference.detail)).append("}");
+  std::string out;
+  {
+    JsonObjectWriter object(out);
+    {
+      JsonArrayWriter array(object, "differences");
+      for (const Difference& difference : differences) {
+        array.Add({{"change", NameOf(difference.change).name},
+                   {"object", KindName(difference.about.kind)},
+                   {"cookie", CookieJson(difference.about.cookie)},
+                   {"name", difference.name},
+                   {"detail", difference.detail}});
+      }
+    }
+    for (const ChangeName& name : kChangeNames) object.Add(name.name, CountOf(differences, name.change));
   }
-  text += ']';
-  for (const ChangeName& name : kChangeNames) {
-    text.append(",\n\"").append(name.name).append("\":").append(std::to_string(CountOf(differences, name.change)));
-  }
-  return text + "}\n";
+  return out + '\n';
 }
 
 }  // namespace

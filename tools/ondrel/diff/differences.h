@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "definition_file.h"
+#include "subject.h"
 
 namespace ondrel::command {
 
@@ -13,10 +14,9 @@ struct Difference {
   enum class Change { added, removed, moved, changed };
 
   Change change = Change::changed;
-  const char* object = "";  ///< "node", "dialog", "icon file", "code file"
-  __int64 cookie = 0;       ///< In the definition that has it; in the older one when both have.
-  std::string name;         ///< Of a node its path in the tree; of a file its path, empty in an image.
-  std::string detail;       ///< "name "A" -> "B", icon 5 -> 6", of what is moved or changed.
+  Subject about;       ///< By its cookie in the definition that has it; in the older one when both have.
+  std::string name;    ///< Of a node its path in the tree; of a file its path, empty in an image.
+  std::string detail;  ///< "name "A" -> "B", icon 5 -> 6", of what is moved or changed.
 };
 
 using Differences = std::vector<Difference>;

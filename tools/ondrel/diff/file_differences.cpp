@@ -95,11 +95,11 @@ std::string ImagesChange(const Definition& older, const Definition& newer, __int
 }
 
 template <class File, class ContentChange>
-void CompareFiles(const char* object, const std::vector<File>& olderFiles, const std::vector<File>& newerFiles,
+void CompareFiles(Subject::Kind kind, const std::vector<File>& olderFiles, const std::vector<File>& newerFiles,
                   ContentChange contentChange, Differences& differences) {
   const auto tell = [&](Difference::Change change, const File& file, std::string detail) {
     differences.push_back(
-        {change, object, file.cookie, Shortened(Printable(file.path.value_or(CString()))), std::move(detail)});
+        {change, {kind, file.cookie}, Shortened(Printable(file.path.value_or(CString()))), std::move(detail)});
   };
   std::map<__int64, const File*> added;
   for (const File& file : newerFiles) added.emplace(file.cookie, &file);
@@ -127,10 +127,10 @@ void CompareFiles(const char* object, const std::vector<File>& olderFiles, const
 
 void FindFileDifferences(Definition& older, Definition& newer, Differences& differences) {
   CompareFiles(
-      "icon file", ListIconFiles(older), ListIconFiles(newer),
+      Subject::Kind::iconFile, ListIconFiles(older), ListIconFiles(newer),
       [&](__int64 cookie) { return ImagesChange(older, newer, cookie); }, differences);
   CompareFiles(
-      "code file", ListCodeFiles(older), ListCodeFiles(newer),
+      Subject::Kind::codeFile, ListCodeFiles(older), ListCodeFiles(newer),
       [&](__int64 cookie) { return ContentsChange(older, newer, cookie); }, differences);
 }
 

@@ -77,11 +77,15 @@ class TreeComparison {
     for (std::size_t node = 0; node < m_newer.nodes.size(); ++node) {
       if (m_newer.nodes[node].other != kNoNode) continue;
       differences.push_back(
-          {Difference::Change::added, "node", m_newer.nodes[node].params->GetCookie(), m_newer.PathText(node), ""});
+          {Difference::Change::added, SubjectAt(m_newer, node), m_newer.PathText(node), ""});
     }
   }
 
  private:
+  static Subject SubjectAt(const ListedTree& tree, std::size_t node) {
+    return {Subject::Kind::node, tree.nodes[node].params->GetCookie()};
+  }
+
   void Join(std::size_t older, std::size_t newer) {
     m_older.nodes[older].other = newer;
     m_newer.nodes[newer].other = older;
@@ -165,7 +169,7 @@ class TreeComparison {
   void TellOlder(std::size_t node, Differences& differences) const {
     const TreeNode& older = m_older.nodes[node];
     const auto tell = [&](Difference::Change change, std::string detail) {
-      differences.push_back({change, "node", older.params->GetCookie(), m_older.PathText(node), std::move(detail)});
+      differences.push_back({change, SubjectAt(m_older, node), m_older.PathText(node), std::move(detail)});
     };
     if (older.other == kNoNode) {
       tell(Difference::Change::removed, "");
@@ -227,7 +231,7 @@ void FindDialogDifferences(Definition& older, Definition& newer, Differences& di
 
   const auto tell = [&](Difference::Change change, const CMMCObjectParams& params, std::string detail) {
     differences.push_back(
-        {change, "dialog", params.GetCookie(), Shortened(Printable(params.GetName())), std::move(detail)});
+        {change, {Subject::Kind::dialog, params.GetCookie()}, Shortened(Printable(params.GetName())), std::move(detail)});
   };
   for (const ListedDialog& dialog : olderDialogs) {
     if (dialog.other == nullptr) {

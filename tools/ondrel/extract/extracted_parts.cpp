@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include <ondrel/platform/picture.h>
+#include <ondrel/platform/utf16.h>
 
 #include "extract/icon_file.h"
 #include "icon_picture.h"
@@ -15,28 +16,19 @@ namespace {
 
 constexpr std::size_t kFewestDigits = 4;
 
-bool IsLeadSurrogate(WCHAR unit) { return unit >= 0xD800 && unit <= 0xDBFF; }
-bool IsTrailSurrogate(WCHAR unit) { return unit >= 0xDC00 && unit <= 0xDFFF; }
-
 /// Text of which XML holds every character; any other becomes an escape.
 CString TextForXml(const CString& text) {
   CString safe;
-  for (int index = 0; index < text.GetLength(); ++index) {
-    const WCHAR unit = text[index];
-    const bool isPair = IsLeadSurrogate(unit) && index + 1 < text.GetLength() && IsTrailSurrogate(text[index + 1]);
-    if (isPair) {
-      safe += unit;
-      safe += text[++index];
-      continue;
-    }
-    const bool isControl = unit < 0x20 && unit != '\t' && unit != '\n' && unit != '\r';
-    const bool isHeld = !isControl && !IsLeadSurrogate(unit) && !IsTrailSurrogate(unit) && unit < 0xFFFE;
-    if (isHeld) {
-      safe += unit;
+  const std::basic_string_view<WCHAR> units = text.View();
+  for (const WCHAR *unit = units.data(), *const end = unit + units.size(); unit != end;) {
+    const WCHAR* const start = unit;
+    const char32_t character = platform::TakeUtf16(unit, end);
+    if (platform::IsXmlCharacter(character)) {
+      safe += CString(start, static_cast<int>(unit - start));
       continue;
     }
     char escape[8];
-    std::snprintf(escape, sizeof escape, isControl ? "\\x%02X" : "\\u%04X", static_cast<unsigned>(unit));
+    std::snprintf(escape, sizeof escape, character < ' ' ? "\\x%02X" : "\\u%04X", static_cast<unsigned>(character));
     safe += CString(escape);
   }
   return safe;

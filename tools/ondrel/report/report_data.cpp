@@ -56,8 +56,8 @@ class FlatNodeWriter : public NodeVisitor {
   LONGLONG m_count = 0;
 };
 
-void AddDialogs(Definition& definition, std::string& out) {
-  JsonArrayWriter array(out, "dialogs");
+void AddDialogs(Definition& definition, JsonObjectWriter& object) {
+  JsonArrayWriter array(object, "dialogs");
   for (const __int64 cookie : definition.set.GetDialogs()) {
     CMMCObjectParams* dialog = nullptr;
     if (!definition.set.GetParams(cookie, dialog)) continue;
@@ -78,8 +78,8 @@ Json ImageJson(const CMMCObjectIcon& icon, bool large) {
   return json;
 }
 
-void AddIcons(const Definition& definition, const std::vector<IconFile>& files, std::string& out) {
-  JsonArrayWriter array(out, "icons");
+void AddIcons(const Definition& definition, const std::vector<IconFile>& files, JsonObjectWriter& object) {
+  JsonArrayWriter array(object, "icons");
   for (const IconFile& file : files) {
     const CMMCObjectIcon* icon = nullptr;
     if (!definition.set.GetIconFile(file.cookie, &icon)) continue;
@@ -107,9 +107,9 @@ Json ContentsJson(const FileContents& contents) {
   return {{"state", "unreadable"}, {"reason", contents.reason}};
 }
 
-void AddCodeFiles(Definition& definition, std::string& out) {
+void AddCodeFiles(Definition& definition, JsonObjectWriter& object) {
   ContentsReader reader(definition);
-  JsonArrayWriter array(out, "codeFiles");
+  JsonArrayWriter array(object, "codeFiles");
   for (const CodeFile& file : ListCodeFiles(definition)) {
     array.Add({{"cookie", CookieJson(file.cookie)},
                {"path", PathJson(file.path)},
@@ -118,13 +118,14 @@ void AddCodeFiles(Definition& definition, std::string& out) {
   }
 }
 
-void AddRemarks(const std::vector<Remark>& remarks, std::string& out) {
-  JsonArrayWriter array(out, "remarks");
+void AddRemarks(const std::vector<Remark>& remarks, JsonObjectWriter& object) {
+  JsonArrayWriter array(object, "remarks");
   for (const Remark& remark : remarks) {
     array.Add({{"severity", remark.severity == Remark::Severity::error ? "error" : "warning"},
                {"code", remark.code},
                {"line", remark.line},
-               {"cookie", remark.cookie ? CookieJson(*remark.cookie) : Json()},
+               {"object", remark.about ? Json(KindName(remark.about->kind)) : Json()},
+               {"cookie", remark.about ? CookieJson(remark.about->cookie) : Json()},
                {"explanation", remark.explanation}});
   }
 }
@@ -183,21 +184,24 @@ void EscapeMarkup(std::string& json) {
 
 std::string ReportData(Definition& definition, const std::vector<Remark>& remarks) {
   const bool isProject = definition.form == DefinitionForm::project;
-  std::string out = JsonLine({{"file", platform::ToUtf8(platform::PathFromUtf8(definition.file))},
-                              {"form", isProject ? "project" : "image"},
-                              {"limits", {{"fileBytes", kMostShownOfFile}, {"allBytes", kMostShown}}}});
-  out.pop_back();  // the closing brace comes behind the arrays
-  {
-    JsonArrayWriter array(out, "nodes");
-    FlatNodeWriter writer(definition, array);
-    WalkNodes(definition.set, writer);
-  }
-  AddDialogs(definition, out);
   const std::vector<IconFile> icons = ListIconFiles(definition);
-  AddIcons(definition, icons, out);
-  AddCodeFiles(definition, out);
-  AddRemarks(remarks, out);
-  out += ",\n\"strips\":" + JsonLine(StripsJson(definition, icons)) + "}";
+  std::string out;
+  {
+    JsonObjectWriter object(out);
+    object.Add("file", platform::ToUtf8(platform::PathFromUtf8(definition.file)));
+    object.Add("form", isProject ? "project" : "image");
+    object.Add("limits", {{"fileBytes", kMostShownOfFile}, {"allBytes", kMostShown}});
+    {
+      JsonArrayWriter array(object, "nodes");
+      FlatNodeWriter writer(definition, array);
+      WalkNodes(definition.set, writer);
+    }
+    AddDialogs(definition, object);
+    AddIcons(definition, icons, object);
+    AddCodeFiles(definition, object);
+    AddRemarks(remarks, object);
+    object.Add("strips", StripsJson(definition, icons));
+  }
   EscapeMarkup(out);
   return out;
 }

@@ -20,7 +20,7 @@ class Details {
     ];
     return [
       this.head(record.name, definition.picture(record.icon, 'large'), view === 'nodes' ? this.path(object) : 'Dialog'),
-      this.remarks(record.cookie),
+      this.remarks(kindOf(object), record.cookie),
       this.values(values),
       this.queries('Child queries', 'The queries whose results become the children of the node', record.childQueries),
       this.scripts(record.scripts),
@@ -37,7 +37,7 @@ class Details {
       make('figcaption', null, label + ', ' + width + ' \u00d7 ' + height + ' pixels, ' + bitsPixel + ' bits'));
     return [
       this.head(this.fileName('icon', file.cookie), file.large.picture, 'Icon file'),
-      this.remarks(file.cookie),
+      this.remarks('icon file', file.cookie),
       this.values([['Cookie', make('code', null, file.cookie)]]),
       this.part('Images', make('div', { class: 'figures' }, image('Large', file.large), image('Small', file.small))),
       this.users('icon', file.cookie),
@@ -48,7 +48,7 @@ class Details {
     const { contents } = file;
     return [
       this.head(this.fileName('code', file.cookie), null, 'Code file'),
-      this.remarks(file.cookie),
+      this.remarks('code file', file.cookie),
       this.values([
         ['Cookie', make('code', null, file.cookie)],
         ['Size', sizeText(file.bytes)],
@@ -82,8 +82,8 @@ class Details {
       make('div', null, make('dt', null, name), make('dd', null, value || make('span', { class: 'muted' }, 'none')))));
   }
 
-  remarks(cookie) {
-    const remarks = this.definition.remarksOn(cookie);
+  remarks(kind, cookie) {
+    const remarks = this.definition.remarksOn(kind, cookie);
     if (remarks.length === 0) return null;
     return fillListIn(make('div', { class: 'part' }), make('ul', { class: 'remarks' }), remarks, (remark) =>
       make('li', { class: remark.severity }, severityElement(remark), ' ', shown(remark.explanation)));
@@ -136,7 +136,7 @@ class Details {
     if (uses.length === 0) return this.part('Used by', make('p', { class: 'muted' }, 'No node and no dialog.'));
     return fillListIn(this.part('Used by'), make('ul', { class: 'links' }), uses, ({ object, role }) =>
       make('li', null, make('a', { href: addressOf(object) }, nameElement(object.record.name)),
-        make('span', { class: 'muted' }, ' ' + (object.view === 'nodes' ? 'node' : 'dialog') + ', as ' + role)));
+        make('span', { class: 'muted' }, ' ' + kindOf(object) + ', as ' + role)));
   }
 
   contents(file) {

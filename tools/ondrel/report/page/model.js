@@ -38,31 +38,35 @@ class Definition {
     return this.usesByFile.get(kind + ' ' + cookie) || [];
   }
 
-  // The findings about a cookie. They do not say whether it names an object or a file, so those of a cookie that names
-  // several things stand in the list of all findings alone.
-  remarksOn(cookie) {
-    if (!this.remarksByCookie) {
-      this.remarksByCookie = new Map();
+  // The findings about a node, dialog or file, by its kind as findings have it: "node", "icon file".
+  remarksOn(kind, cookie) {
+    if (!this.remarksBySubject) {
+      this.remarksBySubject = new Map();
       for (const remark of this.remarks) {
-        if (remark.cookie === null || this.targets(remark.cookie).length !== 1) continue;
-        if (!this.remarksByCookie.has(remark.cookie)) this.remarksByCookie.set(remark.cookie, []);
-        this.remarksByCookie.get(remark.cookie).push(remark);
+        if (remark.cookie === null) continue;
+        const key = remark.object + ' ' + remark.cookie;
+        if (!this.remarksBySubject.has(key)) this.remarksBySubject.set(key, []);
+        this.remarksBySubject.get(key).push(remark);
       }
     }
-    return this.remarksByCookie.get(cookie) || [];
+    return this.remarksBySubject.get(kind + ' ' + cookie) || [];
   }
 
-  // What a finding's cookie names: all of what it may be, as { address, label }.
-  targets(cookie) {
-    const targets = [];
-    const object = this.objects.get(cookie);
-    if (object) {
-      targets.push({ address: addressOf(object), label: object.view === 'nodes' ? 'node' : 'dialog' });
+  // Where the page shows what a finding is about; null when it is about nothing that is there.
+  target(remark) {
+    if (remark.cookie === null) return null;
+    const object = this.objects.get(remark.cookie);
+    switch (remark.object) {
+      case 'icon file': return this.files.icon.has(remark.cookie) ? fileAddress('icon', remark.cookie) : null;
+      case 'code file': return this.files.code.has(remark.cookie) ? fileAddress('code', remark.cookie) : null;
+      default: return object && kindOf(object) === remark.object ? addressOf(object) : null;
     }
-    if (this.files.icon.has(cookie)) targets.push({ address: fileAddress('icon', cookie), label: 'icon file' });
-    if (this.files.code.has(cookie)) targets.push({ address: fileAddress('code', cookie), label: 'code file' });
-    return targets;
   }
+}
+
+// "node" or "dialog".
+function kindOf(object) {
+  return object.view === 'nodes' ? 'node' : 'dialog';
 }
 
 // Every file that a record refers to: { role, kind, cookie }.

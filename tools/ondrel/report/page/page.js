@@ -123,7 +123,7 @@ function nodeItems(definition) {
     key: (i) => nodes[i].cookie,
     icon: (i) => definition.picture(nodes[i].icon, 'small'),
     note: (i) => nodes[i].type,
-    marked: (i) => definition.remarksOn(nodes[i].cookie).length > 0,
+    marked: (i) => definition.remarksOn('node', nodes[i].cookie).length > 0,
   };
 }
 
@@ -136,7 +136,7 @@ function dialogItems(definition) {
     key: (i) => dialogs[i].cookie,
     icon: (i) => definition.picture(dialogs[i].icon, 'small'),
     note: (i) => dialogs[i].cookie,
-    marked: (i) => definition.remarksOn(dialogs[i].cookie).length > 0,
+    marked: (i) => definition.remarksOn('dialog', dialogs[i].cookie).length > 0,
   };
 }
 
@@ -163,7 +163,7 @@ function fileItems(definition, details) {
     icon: (i) => rows[i].kind === 'icon' && rows[i].file ? rows[i].file.small.picture : false,
     note: (i) => !rows[i].file ? rows[i].files.length.toLocaleString(language)
       : rows[i].kind === 'code' ? sizeText(rows[i].file.bytes) : '',
-    marked: (i) => rows[i].file !== undefined && definition.remarksOn(rows[i].file.cookie).length > 0,
+    marked: (i) => rows[i].file !== undefined && definition.remarksOn(rows[i].kind + ' file', rows[i].file.cookie).length > 0,
   };
 }
 
@@ -175,11 +175,11 @@ function showFindings(section, definition) {
   const page = make('div', { class: 'single' }, make('h2', null, 'Findings'), make('p', { class: 'muted' }, summary));
   section.append(page);
   fillListIn(page, make('ul', { class: 'remarks' }), remarks, (remark) => {
-    const targets = remark.cookie === null ? [] : definition.targets(remark.cookie);
+    const target = definition.target(remark);
     return make('li', { class: remark.severity },
       make('div', { class: 'remark-head' }, severityElement(remark), make('code', null, shown(remark.code)),
         remark.line > 0 ? make('span', { class: 'muted' }, 'line ' + remark.line) : null,
-        targets.map(({ address, label }) => make('a', { href: address }, label + ' ' + remark.cookie))),
+        target ? make('a', { href: target }, remark.object + ' ' + remark.cookie) : null),
       make('div', null, shown(remark.explanation)));
   });
 }
