@@ -5,20 +5,16 @@
 #include <cstring>
 #include <limits>
 
-#include <ondrel/platform/os/memory_block.h>
-
-using namespace ondrel::platform;
-
 CMemFile::CMemFile() noexcept = default;
 
 CMemFile::CMemFile(const void* bytes, UINT count) {
   if (count == 0) return;
   Reserve(count);
-  std::memcpy(m_bytes, bytes, count);
+  std::memcpy(Bytes(), bytes, count);
   m_length = count;
 }
 
-CMemFile::~CMemFile() { FreeOsBlock(m_bytes, static_cast<std::size_t>(m_capacity)); }
+CMemFile::~CMemFile() = default;
 
 ULONGLONG CMemFile::GetPosition() const { return m_position; }
 
@@ -58,7 +54,7 @@ ULONGLONG CMemFile::Seek(LONGLONG offset, UINT from) {
 void CMemFile::SetLength(ULONGLONG length) {
   if (length > m_length) {
     Reserve(length);
-    std::memset(m_bytes + m_length, 0, static_cast<std::size_t>(length - m_length));
+    std::memset(Bytes() + m_length, 0, static_cast<std::size_t>(length - m_length));
   }
   m_length = length;
 }
@@ -68,7 +64,7 @@ ULONGLONG CMemFile::GetLength() const { return m_length; }
 UINT CMemFile::Read(void* buffer, UINT count) {
   if (m_position >= m_length) return 0;
   const auto read = static_cast<UINT>(std::min<ULONGLONG>(count, m_length - m_position));
-  std::memcpy(buffer, m_bytes + m_position, read);
+  std::memcpy(buffer, Bytes() + m_position, read);
   m_position += read;
   return read;
 }
@@ -78,23 +74,20 @@ void CMemFile::Write(const void* buffer, UINT count) {
   const ULONGLONG end = m_position + count;
   Reserve(end);
   if (m_position > m_length) {
-    std::memset(m_bytes + m_length, 0, static_cast<std::size_t>(m_position - m_length));
+    std::memset(Bytes() + m_length, 0, static_cast<std::size_t>(m_position - m_length));
   }
-  std::memcpy(m_bytes + m_position, buffer, count);
+  std::memcpy(Bytes() + m_position, buffer, count);
   m_position = end;
   m_length = std::max(m_length, end);
 }
 
 void CMemFile::Reserve(ULONGLONG size) {
   constexpr auto kMost = static_cast<ULONGLONG>(std::numeric_limits<std::ptrdiff_t>::max());
-  if (size <= m_capacity) return;
+  const ULONGLONG present = m_block.Size();
+  if (size <= present) return;
   if (size > kMost) AfxThrowMemoryException();
-  const ULONGLONG capacity = std::max(size, std::min(2 * m_capacity, kMost));
-  void* const bytes = GrowOsBlock(m_bytes, static_cast<std::size_t>(m_length), static_cast<std::size_t>(m_capacity),
-                                  static_cast<std::size_t>(capacity));
-  if (bytes == nullptr) AfxThrowMemoryException();
-  m_bytes = static_cast<BYTE*>(bytes);
-  m_capacity = capacity;
+  const ULONGLONG grown = std::max(size, std::min(2 * present, kMost));
+  if (!m_block.Grow(static_cast<std::size_t>(m_length), static_cast<std::size_t>(grown))) AfxThrowMemoryException();
 }
 
 void CMemFile::LockRange(ULONGLONG, ULONGLONG) { AfxThrowNotSupportedException(); }
@@ -107,4 +100,4 @@ void CMemFile::Flush() {}
 
 void CMemFile::Close() {}
 
-const BYTE* CMemFile::GetBytes() const noexcept { return m_bytes; }
+const BYTE* CMemFile::GetBytes() const noexcept { return Bytes(); }

@@ -6,7 +6,7 @@
 #include <limits>
 #include <new>
 
-#include <ondrel/platform/os/memory_block.h>
+#include <ondrel/platform/os_block.h>
 
 #include "com/com_object.h"
 
@@ -14,11 +14,10 @@ namespace ondrel::platform {
 
 /// A block that can grow. How many bytes it has is a matter of its own, so that two streams over it agree.
 struct GlobalBlock {
-  ~GlobalBlock() { FreeOsBlock(bytes, capacity); }
+  std::byte* Bytes() const { return memory.Bytes(); }
 
-  std::byte* bytes = nullptr;
-  std::size_t size = 0;
-  std::size_t capacity = 0;
+  OsBlock memory;
+  std::size_t size = 0;  ///< In use.
   UINT locks = 0;
 };
 
@@ -35,15 +34,12 @@ constexpr std::size_t kFirstCapacity = 256;
 HRESULT Resize(GlobalBlock& block, ULONGLONG size, ULONGLONG zeroEnd) {
   if (size > kLargestBlock) return E_OUTOFMEMORY;
   const auto newSize = static_cast<std::size_t>(size);
-  if (newSize > block.capacity) {
+  if (const std::size_t capacity = block.memory.Size(); newSize > capacity) {
     // Doubling makes a sequence of small writes linear.
-    const std::size_t capacity = std::max({newSize, 2 * block.capacity, kFirstCapacity});
-    auto* const bytes = static_cast<std::byte*>(GrowOsBlock(block.bytes, block.size, block.capacity, capacity));
-    if (bytes == nullptr) return E_OUTOFMEMORY;
-    block.bytes = bytes;
-    block.capacity = capacity;
+    const std::size_t grown = std::max({newSize, 2 * capacity, kFirstCapacity});
+    if (!block.memory.Grow(block.size, grown)) return E_OUTOFMEMORY;
   }
-  if (zeroEnd > block.size) std::memset(block.bytes + block.size, 0, static_cast<std::size_t>(zeroEnd) - block.size);
+  if (zeroEnd > block.size) std::memset(block.Bytes() + block.size, 0, static_cast<std::size_t>(zeroEnd) - block.size);
   block.size = newSize;
   return S_OK;
 }
@@ -75,7 +71,7 @@ class MemoryStream final : public IStream {
     if (buffer == nullptr && count > 0) return STG_E_INVALIDPOINTER;
     const ULONGLONG left = m_position < m_block->size ? m_block->size - m_position : 0;
     const auto taken = static_cast<ULONG>(std::min<ULONGLONG>(count, left));
-    if (taken > 0) std::memcpy(buffer, m_block->bytes + m_position, taken);
+    if (taken > 0) std::memcpy(buffer, m_block->Bytes() + m_position, taken);
     m_position += taken;
     if (read != nullptr) *read = taken;
     return S_OK;
@@ -90,7 +86,7 @@ class MemoryStream final : public IStream {
     if (end > m_block->size) {
       if (const HRESULT status = Resize(*m_block, end, m_position); FAILED(status)) return status;
     }
-    std::memcpy(m_block->bytes + m_position, buffer, count);
+    std::memcpy(m_block->Bytes() + m_position, buffer, count);
     m_position = end;
     if (written != nullptr) *written = count;
     return S_OK;
@@ -172,7 +168,7 @@ void* GlobalLock(HGLOBAL block) {
   // An empty block has an address too: null means failure.
   static std::byte emptyBlock;
   ++block->locks;
-  return block->bytes != nullptr ? block->bytes : &emptyBlock;
+  return block->Bytes() != nullptr ? block->Bytes() : &emptyBlock;
 }
 
 BOOL GlobalUnlock(HGLOBAL block) {

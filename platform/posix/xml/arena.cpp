@@ -5,8 +5,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include <ondrel/platform/os/memory_block.h>
-
 namespace ondrel::platform {
 
 const char* Arena::Copy(std::string_view text) {
@@ -19,16 +17,15 @@ void* Arena::AllocateBlock(std::size_t size) {
   // A piece that would fill much of a block gets one of its own, and the current block goes on being used.
   const bool hasOwnBlock = size > m_nextBlockSize / 4;
   const std::size_t blockSize = hasOwnBlock ? size : m_nextBlockSize;
-  auto* const block = static_cast<std::byte*>(GrowOsBlock(nullptr, 0, 0, blockSize));
-  if (block == nullptr) throw std::bad_alloc();
-  m_blocks.push_back(std::unique_ptr<std::byte[], FreeBlock>(block, FreeBlock{blockSize}));
+  OsBlock memory;
+  if (!memory.Grow(0, blockSize)) throw std::bad_alloc();
+  std::byte* const block = memory.Bytes();
+  m_blocks.push_back(std::move(memory));
   if (hasOwnBlock) return block;
   m_next = block + size;
   m_left = blockSize - size;
   m_nextBlockSize = std::min(2 * m_nextBlockSize, kLargestBlockSize);
   return block;
 }
-
-void Arena::FreeBlock::operator()(std::byte* block) const noexcept { FreeOsBlock(block, size); }
 
 }  // namespace ondrel::platform

@@ -11,6 +11,8 @@
 #include <utility>
 #include <vector>
 
+#include <ondrel/platform/os_block.h>
+
 namespace ondrel::platform {
 
 class Arena {
@@ -51,12 +53,7 @@ class Arena {
  private:
   void* AllocateBlock(std::size_t size);
 
-  struct FreeBlock {
-    void operator()(std::byte* block) const noexcept;
-    std::size_t size = 0;
-  };
-
-  std::vector<std::unique_ptr<std::byte[], FreeBlock>> m_blocks;  // see GrowOsBlock
+  std::vector<OsBlock> m_blocks;
   std::byte* m_next = nullptr;
   std::size_t m_left = 0;
   std::size_t m_nextBlockSize = kFirstBlockSize;

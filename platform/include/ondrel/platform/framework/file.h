@@ -7,6 +7,7 @@
 
 #include <ondrel/platform/framework/exceptions.h>
 #include <ondrel/platform/framework/object.h>
+#include <ondrel/platform/os_block.h>
 
 class CAtlTransactionManager;  ///< The framework's name for a transaction. There are none here, so it stays a name.
 
@@ -115,8 +116,9 @@ class FRAMEWORK_API CMemFile : public CFile {
   /// Makes room for `size` bytes, at least doubling it. What is behind the length is not initialised.
   void Reserve(ULONGLONG size);
 
-  BYTE* m_bytes = nullptr;  ///< Owned; see GrowOsBlock.
-  ULONGLONG m_capacity = 0;
+  BYTE* Bytes() const noexcept { return reinterpret_cast<BYTE*>(m_block.Bytes()); }
+
+  ondrel::platform::OsBlock m_block;
   ULONGLONG m_length = 0;
   ULONGLONG m_position = 0;
 };

@@ -1,4 +1,4 @@
-// Blocks of memory that grow, and large pages for large ones.
+// Blocks of memory that grow, and large pages for large ones. OsBlock owns one.
 #pragma once
 
 #include <cstddef>

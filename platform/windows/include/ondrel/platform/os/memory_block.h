@@ -1,4 +1,4 @@
-// Blocks of memory that grow.
+// Blocks of memory that grow. OsBlock owns one.
 #pragma once
 
 #include <cstddef>
