@@ -48,18 +48,18 @@ TEST(OsBlock, KeepsWhatIsInUseAsItGrows) {
 }
 
 TEST(OsBlock, ThatCannotGrowIsAsItWas) {
-  for (const std::size_t size : {std::size_t{1000}, 5 * kMebibyte}) {
+  for (const std::size_t given : {std::size_t{1000}, 5 * kMebibyte}) {
     OsBlock block;
-    ASSERT_TRUE(block.Grow(0, size));
-    Fill(block, 0, size);
+    ASSERT_TRUE(block.Grow(0, given));
+    Fill(block, 0, given);
     for (const std::size_t impossible :
          {std::numeric_limits<std::size_t>::max(), std::numeric_limits<std::size_t>::max() / 2}) {
-      EXPECT_FALSE(block.Grow(size, impossible));
-      EXPECT_EQ(block.Size(), size);
-      EXPECT_EQ(FirstWrong(block, size), size);
+      EXPECT_FALSE(block.Grow(given, impossible));
+      EXPECT_EQ(block.Size(), given);
+      EXPECT_EQ(FirstWrong(block, given), given);
     }
-    EXPECT_TRUE(block.Grow(size, size + 1));
-    EXPECT_EQ(FirstWrong(block, size), size);
+    EXPECT_TRUE(block.Grow(given, given + 1));
+    EXPECT_EQ(FirstWrong(block, given), given);
   }
 }
 

@@ -24,7 +24,7 @@ HRESULT GiveValue(const ValueNode& node, VARIANT* value) {
 
 HRESULT ValueNode::SetValue(Arena& arena, std::string_view text) {
   if (text.size() > std::numeric_limits<std::uint32_t>::max()) return E_OUTOFMEMORY;
-  if (text.size() <= valueSize) {
+  if (value != nullptr && text.size() <= valueSize) {
     // The room of the old value is written again, so that an attribute set over and over does not grow the document.
     if (!text.empty()) std::memmove(const_cast<char*>(value), text.data(), text.size());
   } else {
