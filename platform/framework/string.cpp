@@ -2,6 +2,8 @@
 #include <ondrel/platform/framework/string.h>
 
 #include <algorithm>
+#include <cstdint>
+#include <cstring>
 #include <limits>
 
 #include <ondrel/platform/com.h>
@@ -36,6 +38,17 @@ std::basic_string_view<WCHAR> ViewOf(LPCWSTR text, int length) {
 
 constexpr WCHAR FoldCase(WCHAR unit) {
   return unit >= 'A' && unit <= 'Z' ? static_cast<WCHAR>(unit + ('a' - 'A')) : unit;
+}
+
+/// How many units both begin with, counted four at a time: fewer than four of them may be left out.
+std::size_t CommonStart(std::basic_string_view<WCHAR> left, std::basic_string_view<WCHAR> right) {
+  constexpr std::size_t kEach = sizeof(std::uint64_t) / sizeof(WCHAR);
+  const std::size_t common = std::min(left.size(), right.size());
+  std::size_t start = 0;
+  for (; common - start >= kEach; start += kEach) {
+    if (std::memcmp(left.data() + start, right.data() + start, sizeof(std::uint64_t)) != 0) break;
+  }
+  return start;
 }
 
 int PositionOf(std::size_t found) {
@@ -76,7 +89,11 @@ CString& CString::operator+=(WCHAR unit) {
   return *this;
 }
 
-int CString::Compare(const CString& other) const noexcept { return m_text.compare(other.m_text); }
+int CString::Compare(const CString& other) const noexcept {
+  // Paths, which maps order by thousands, begin alike, and the library's own comparison takes them unit by unit.
+  const std::size_t start = CommonStart(m_text, other.m_text);
+  return View().substr(start).compare(other.View().substr(start));
+}
 
 int CString::CompareNoCase(const CString& other) const noexcept {
   return ondrel::platform::CompareNoCase(m_text, other.m_text);

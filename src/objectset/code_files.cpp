@@ -41,12 +41,15 @@ HRESULT CMMCObjectSet::AddCodeFile(CString path, Transform transform, __int64& c
 }
 
 HRESULT CMMCObjectSet::InsertCodeFile(CString path, __int64 cookie, Transform transform) {
-  if (m_tables.codePaths.contains(path) || m_tables.codeCookiePaths.contains(cookie)) return kAlreadyExists;
-  const auto entry = m_tables.codePaths.emplace(std::move(path), std::pair(cookie, std::move(transform))).first;
+  CodePathTable& paths = m_tables.codePaths;
+  const auto place = paths.lower_bound(path);
+  const bool isTaken = place != paths.end() && place->first == path;
+  if (isTaken || m_tables.codeCookiePaths.contains(cookie)) return kAlreadyExists;
+  const auto entry = paths.emplace_hint(place, std::move(path), std::pair(cookie, std::move(transform)));
   try {
     m_tables.codeCookiePaths.emplace(cookie, entry);
   } catch (...) {
-    m_tables.codePaths.erase(entry);
+    paths.erase(entry);
     throw;
   }
   return S_OK;

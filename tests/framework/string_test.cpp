@@ -77,6 +77,20 @@ TEST(String, ComparesUnitByUnit) {
   EXPECT_NE(CString(zeroFirst, 2).Compare(CString()), 0);
 }
 
+TEST(String, ComparesTextsThatBeginAlike) {
+  for (int length = 1; length <= 18; ++length) {
+    const CString text(L'x', length);
+    EXPECT_EQ(text.Compare(CString(_T('x'), length)), 0) << length;
+    EXPECT_LT(CString(_T('x'), length - 1).Compare(text), 0) << length;
+    for (int place = 0; place < length; ++place) {
+      // What follows the first difference goes the other way.
+      const CString larger = CString(_T('x'), place) + CString(_T('y'), 1) + CString(_T('a'), length - place - 1);
+      EXPECT_LT(text.Compare(larger), 0) << length << ", " << place;
+      EXPECT_GT(larger.Compare(text), 0) << length << ", " << place;
+    }
+  }
+}
+
 TEST(String, RelationsFollowCompare) {
   const CString a(_T("a"));
   const CString b(_T("b"));
