@@ -20,10 +20,6 @@ constexpr WORD kWideTag = 0xFFFE;             // the text has 16-bit units
 constexpr WORD kLongLength16 = 0xFFFF;        // behind it stands a DWORD
 constexpr DWORD kLongLength32 = 0xFFFFFFFFU;  // behind it stands a 64-bit length
 
-// Nearly all text is wide and short: it is taken in one step when it lies in the buffer as a whole, or fits into it.
-constexpr std::array<BYTE, 3> kShortPrefix{kLongLength8, kWideTag & 0xFF, kWideTag >> 8};
-constexpr std::size_t kShortHead = kShortPrefix.size() + 1;  // with the length, a BYTE
-
 constexpr std::size_t kShortText = 64;  // text of so many units or less is loaded in one step
 
 constexpr int kNarrow = 1;
@@ -82,36 +78,56 @@ UINT_PTR AfxReadStringLength(CArchive& archive, int& charSize) {
   return static_cast<UINT_PTR>(length64);
 }
 
-CArchive& operator<<(CArchive& archive, const CString& text) {
-  archive.RequireStoring();
-  const auto length = static_cast<UINT>(text.GetLength());
-  const UINT bytes = length * static_cast<UINT>(sizeof(WCHAR));
-  if (length < kLongLength8 && kShortHead + bytes <= archive.Buffered()) {
-    BYTE* end = std::copy(kShortPrefix.begin(), kShortPrefix.end(), archive.m_lpBufCur);
+namespace ondrel::platform {
+
+/// Nearly all text is wide and short: it is taken in one step when it lies in the buffer as a whole, or fits into it.
+class ShortText {
+ public:
+  // False when the text is none that can be taken so; nothing has happened then.
+
+  static bool Store(CArchive& archive, const CString& text) {
+    archive.RequireStoring();
+    const auto length = static_cast<std::size_t>(text.GetLength());
+    const std::size_t bytes = length * sizeof(WCHAR);
+    if (length >= kLongLength8 || kHead + bytes > archive.Buffered()) return false;
+    BYTE* end = std::copy(kPrefix.begin(), kPrefix.end(), archive.m_lpBufCur);
     *end++ = static_cast<BYTE>(length);
     // No memcpy here, which the compiler would spell out in instructions that are slow with so few bytes.
     archive.m_lpBufCur = std::copy_n(reinterpret_cast<const BYTE*>(text.GetString()), bytes, end);
-    return archive;
+    return true;
   }
+
+  static bool Load(CArchive& archive, CString& text) {
+    archive.RequireLoading();
+    const BYTE* const head = archive.m_lpBufCur;
+    if (archive.Buffered() < kHead || !std::equal(kPrefix.begin(), kPrefix.end(), head)) return false;
+    const BYTE length = head[kPrefix.size()];
+    const std::size_t bytes = length * sizeof(WCHAR);
+    if (length >= kLongLength8 || kHead + bytes > archive.Buffered()) return false;
+    std::basic_string<WCHAR> units(length, WCHAR{});
+    std::copy_n(head + kHead, bytes, reinterpret_cast<BYTE*>(units.data()));
+    archive.m_lpBufCur += kHead + bytes;
+    text = CString(std::move(units));
+    return true;
+  }
+
+ private:
+  static constexpr std::array<BYTE, 3> kPrefix{kLongLength8, kWideTag & 0xFF, kWideTag >> 8};
+  static constexpr std::size_t kHead = kPrefix.size() + 1;  // with the length, a BYTE
+};
+
+}  // namespace ondrel::platform
+
+CArchive& operator<<(CArchive& archive, const CString& text) {
+  if (ondrel::platform::ShortText::Store(archive, text)) return archive;
+  const auto length = static_cast<UINT>(text.GetLength());
   AfxWriteStringLength(archive, length, TRUE);
-  archive.Write(text.GetString(), bytes);
+  archive.Write(text.GetString(), length * static_cast<UINT>(sizeof(WCHAR)));
   return archive;
 }
 
 CArchive& operator>>(CArchive& archive, CString& text) {
-  archive.RequireLoading();
-  const BYTE* const head = archive.m_lpBufCur;
-  if (archive.Buffered() >= kShortHead && std::equal(kShortPrefix.begin(), kShortPrefix.end(), head)) {
-    const BYTE shortLength = head[kShortPrefix.size()];
-    const std::size_t bytes = shortLength * sizeof(WCHAR);
-    if (shortLength < kLongLength8 && kShortHead + bytes <= archive.Buffered()) {
-      std::basic_string<WCHAR> units(shortLength, WCHAR{});
-      std::copy_n(head + kShortHead, bytes, reinterpret_cast<BYTE*>(units.data()));
-      archive.m_lpBufCur += kShortHead + bytes;
-      text = CString(std::move(units));
-      return archive;
-    }
-  }
+  if (ondrel::platform::ShortText::Load(archive, text)) return archive;
   int charSize = kNarrow;
   const UINT_PTR length = AfxReadStringLength(archive, charSize);
   if (charSize == kWide) {

@@ -16,9 +16,9 @@ concept ArchiveValue = std::same_as<Type, BYTE> || std::same_as<Type, WORD> || s
     std::same_as<Type, UINT> || std::same_as<Type, LONG> || std::same_as<Type, DWORD> || std::same_as<Type, LONGLONG> ||
     std::same_as<Type, ULONGLONG>;
 
-class CArchive;
-FRAMEWORK_API CArchive& operator<<(CArchive& archive, const CString& text);
-FRAMEWORK_API CArchive& operator>>(CArchive& archive, CString& text);
+namespace ondrel::platform {
+class ShortText;
+}
 
 class FRAMEWORK_API CArchive {
  public:
@@ -88,8 +88,7 @@ class FRAMEWORK_API CArchive {
   BYTE* m_lpBufMax;  ///< The end of the valid buffer.
 
  private:
-  friend FRAMEWORK_API CArchive& operator<<(CArchive& archive, const CString& text);
-  friend FRAMEWORK_API CArchive& operator>>(CArchive& archive, CString& text);
+  friend class ondrel::platform::ShortText;
 
   /// How many bytes lie in the buffer to be loaded, or fit into it.
   std::size_t Buffered() const noexcept { return static_cast<std::size_t>(m_lpBufMax - m_lpBufCur); }
