@@ -12,7 +12,7 @@ namespace {
 
 TEST(BadFile, ADriveThatCannotBeReached) {
   ExpectAllFail(ProjectFolder(), "Q:\\console.xml",
-                 "Q:\\console.xml: the drive Q: cannot be reached from this system; ", "0x80070003");
+                "Q:\\console.xml: the drive Q: cannot be reached from this system; ", "0x80070003");
 }
 
 TEST(BadFile, APipeThatNobodyWritesTo) {

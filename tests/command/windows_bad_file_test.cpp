@@ -12,7 +12,7 @@ namespace {
 TEST(BadFile, ADriveThatIsNotThere) {
   const std::string name = std::string(1, MissingDrive()) + ":\\folder\\console.xml";
   ExpectAllFail(ProjectFolder(), name,
-                 name + ": the drive " + name.substr(0, 2) + " cannot be reached from this system; ", "0x80070003");
+                name + ": the drive " + name.substr(0, 2) + " cannot be reached from this system; ", "0x80070003");
 }
 
 TEST(BadFile, AFileThatAnotherProgramKeepsForItself) {

@@ -68,8 +68,12 @@ ProjectContents ContentsOfImage(CMMCObjectSet& set) {
     CMMCObjectParams* dialog = nullptr;
     if (set.GetParams(cookie, dialog)) writer.AddRecord(*dialog, true, kNoRecord);
   }
-  for (const __int64 cookie : set.GetIconFiles()) writer.Contents().iconFiles.push_back(writer.FileOf(Subject::Kind::iconFile, cookie));
-  for (const __int64 cookie : set.GetCodeFiles()) writer.Contents().codeFiles.push_back(writer.FileOf(Subject::Kind::codeFile, cookie));
+  for (const __int64 cookie : set.GetIconFiles()) {
+    writer.Contents().iconFiles.push_back(writer.FileOf(Subject::Kind::iconFile, cookie));
+  }
+  for (const __int64 cookie : set.GetCodeFiles()) {
+    writer.Contents().codeFiles.push_back(writer.FileOf(Subject::Kind::codeFile, cookie));
+  }
   return std::move(writer.Contents());
 }
 

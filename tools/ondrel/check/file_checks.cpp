@@ -41,8 +41,7 @@ bool LeavesFolder(PathView path) {
 
 void RemarkOnPath(const ProjectFile& file, Remarks& remarks) {
   const auto add = [&](const char* code, const char* explanation) {
-    remarks.push_back(
-        {Remark::Severity::warning, code, file.line, file.About(), FileLabel(file) + ": " + explanation});
+    remarks.push_back({Remark::Severity::warning, code, file.line, file.About(), FileLabel(file) + ": " + explanation});
   };
   if (!file.isNamed && IsAbsolute(file.spelling.View())) {
     add("path-absolute",
@@ -94,7 +93,7 @@ void RemarkOnFileNames(const ProjectContents& contents, Remarks& remarks) {
       if (*file.cookie == 0) {
         remarks.push_back({Remark::Severity::warning, "file-cookie-zero", file.line, file.About(),
                            FileLabel(file) + ": where records refer to files, 0 stands for none; give it "
-                                                     "another cookie"});
+                                             "another cookie"});
       }
       if (isIcon) {
         icons.emplace(*file.cookie, &file);
@@ -137,7 +136,7 @@ void RemarkOnStrips(const Definition& definition, const ProjectContents& content
         icon->GetColourBitmap(false).bmBitsPixel != kColourBits) {
       remarks.push_back({Remark::Severity::warning, "icon-depth", file.line, file.About(),
                          FileLabel(file) + ": its images have not 32 bits a pixel and are black in the strips; "
-                                                 "make the icon anew"});
+                                           "make the icon anew"});
     }
   }
 }

@@ -76,8 +76,7 @@ class TreeComparison {
     for (std::size_t node = 0; node < m_older.nodes.size(); ++node) TellOlder(node, differences);
     for (std::size_t node = 0; node < m_newer.nodes.size(); ++node) {
       if (m_newer.nodes[node].other != kNoNode) continue;
-      differences.push_back(
-          {Difference::Change::added, SubjectAt(m_newer, node), m_newer.PathText(node), ""});
+      differences.push_back({Difference::Change::added, SubjectAt(m_newer, node), m_newer.PathText(node), ""});
     }
   }
 
@@ -230,8 +229,10 @@ void FindDialogDifferences(Definition& older, Definition& newer, Differences& di
   join([](const CMMCObjectParams& params) { return params.GetCookie(); });
 
   const auto tell = [&](Difference::Change change, const CMMCObjectParams& params, std::string detail) {
-    differences.push_back(
-        {change, {Subject::Kind::dialog, params.GetCookie()}, Shortened(Printable(params.GetName())), std::move(detail)});
+    differences.push_back({change,
+                           {Subject::Kind::dialog, params.GetCookie()},
+                           Shortened(Printable(params.GetName())),
+                           std::move(detail)});
   };
   for (const ListedDialog& dialog : olderDialogs) {
     if (dialog.other == nullptr) {
